@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QPixmap>
+#include <QSizeF>
+#include <QString>
+
+#include <memory>
+
+namespace regalon {
+
+/// A loaded picture, shared and unchangeable. A picture of several sizes (.ico) has the logical size of its
+/// smallest; the larger ones serve high-density screens and zoom.
+class Picture {
+public:
+    Picture();
+    ~Picture();
+    Picture(const Picture&);
+    Picture& operator=(const Picture&);
+
+    /// Loads an .ico, .bmp, .png, .jpg or .gif by a path of the system. An empty path gives the empty
+    /// picture. Decoded pictures are kept by path and read again when the file has changed (time or size), so
+    /// that a plan of a thousand icons costs a look at each file. Raises 53 (no such file), 76 (no such
+    /// folder or drive), 75 (a folder, or not readable), 481 (not a picture).
+    static Picture load(const QString& path);
+    /// Largest side wins over the cache: the same as load(), past the cache.
+    static Picture read(const QString& path);
+    static void clearCache();
+
+    bool isEmpty() const { return !m_data; }
+    /// Logical pixels; (0, 0) for the empty picture.
+    QSize size() const;
+    int widthTwips() const;
+    int heightTwips() const;
+    /// The size that is best drawn over `scale` device pixels a logical one: the smallest that is large
+    /// enough, else the largest there is.
+    QPixmap pixmap(qreal scale) const;
+
+    struct Data;
+
+private:
+    explicit Picture(std::shared_ptr<const Data> data);
+
+    std::shared_ptr<const Data> m_data;
+};
+
+}  // namespace regalon
