@@ -44,6 +44,9 @@ public:
     /// inProcedure: the statement ran inside a procedure (DONEINPROC instead of DONE).
     virtual void statementDone(std::optional<std::int64_t> rowCount, bool hadResult, bool inProcedure) = 0;
     virtual void message(const ServerMessage& message) = 0;
+    /// An EXEC that stands in the batch itself ended with this return value. Not for nested calls, nor for
+    /// executeProcedure(), whose outcome carries the value.
+    virtual void procedureDone(std::int32_t /*status*/) {}
     /// The session's database changed (USE).
     virtual void databaseChanged(const std::string& from, const std::string& to) = 0;
 };
@@ -52,7 +55,8 @@ public:
 struct CallParameter {
     std::string name;  ///< with the leading "@"; empty when passed by position
     bool output = false;
-    SqlType type;  ///< as declared on the wire
+    bool useDefault = false;  ///< the call asks for the declared default; value is NULL then
+    SqlType type;             ///< as declared on the wire
     Value value;
 };
 
