@@ -1,0 +1,236 @@
+#include "Symbols.h"
+
+#include "Palette.h"
+
+#include <QPainter>
+#include <QPainterPath>
+#include <QPen>
+#include <QPolygonF>
+
+namespace regalon::artwork {
+
+namespace {
+
+void setLine(QPainter& painter, QRgb color, double width) {
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(QColor(color), width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.setBrush(Qt::NoBrush);
+}
+
+void setArea(QPainter& painter, QRgb color) {
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(QColor(color));
+}
+
+void drawDisc(QPainter& painter, QRgb color) {
+    setArea(painter, color);
+    painter.drawEllipse(QRectF(1, 1, 14, 14));
+}
+
+void drawTick(QPainter& painter, QRgb color) {
+    setLine(painter, color, 2);
+    painter.drawPolyline(QPolygonF{{4.5, 8.5}, {7, 11}, {11.5, 5.5}});
+}
+
+void drawCarton(QPainter& painter, QRgb color, QRgb lid) {
+    setArea(painter, color);
+    painter.drawRect(QRectF(2, 5, 12, 9));
+    setArea(painter, lid);
+    painter.drawRect(QRectF(1, 2, 14, 4));
+    setArea(painter, palette::paper);
+    painter.drawRect(QRectF(6, 8, 4, 1.5));
+}
+
+void drawArrowHead(QPainter& painter, QRgb color, const QPolygonF& head) {
+    setArea(painter, color);
+    painter.drawPolygon(head);
+}
+
+}  // namespace
+
+void drawRowReady(QPainter& painter) {
+    drawDisc(painter, palette::teal);
+    drawTick(painter, palette::paper);
+}
+
+void drawRowPartly(QPainter& painter) {
+    drawDisc(painter, palette::blue);
+    drawTick(painter, palette::paper);
+}
+
+void drawRowConfirmed(QPainter& painter) {
+    setLine(painter, palette::blue, 1.5);
+    painter.drawEllipse(QRectF(1.75, 1.75, 12.5, 12.5));
+    drawTick(painter, palette::blue);
+}
+
+void drawRowPending(QPainter& painter) {
+    setLine(painter, palette::amber, 1.5);
+    painter.setBrush(QColor(palette::paper));
+    painter.drawEllipse(QRectF(1.75, 1.75, 12.5, 12.5));
+    setLine(painter, palette::ink, 1.5);
+    painter.drawPolyline(QPolygonF{{8, 4.5}, {8, 8.5}, {10.5, 10}});
+}
+
+void drawRowClosed(QPainter& painter) {
+    drawDisc(painter, palette::red);
+    setLine(painter, palette::paper, 2);
+    painter.drawLine(QPointF(5.5, 5.5), QPointF(10.5, 10.5));
+    painter.drawLine(QPointF(10.5, 5.5), QPointF(5.5, 10.5));
+}
+
+void drawBack(QPainter& painter) {
+    setLine(painter, palette::blue, 2);
+    QPainterPath path(QPointF(5, 6));
+    path.lineTo(10.5, 6);
+    path.cubicTo(14.5, 6, 14.5, 12.5, 10.5, 12.5);
+    path.lineTo(6, 12.5);
+    painter.drawPath(path);
+    drawArrowHead(painter, palette::blue, QPolygonF{{1.5, 6}, {6.5, 2}, {6.5, 10}});
+}
+
+void drawRowOther(QPainter& painter) {
+    setLine(painter, palette::grey, 1.5);
+    painter.setBrush(QColor(palette::paper));
+    painter.drawRect(QRectF(2.5, 4.5, 11, 9));
+    painter.drawLine(QPointF(2.5, 7.5), QPointF(13.5, 7.5));
+}
+
+void drawRowAssigned(QPainter& painter) {
+    drawCarton(painter, palette::blue, palette::steel);
+}
+
+void drawRowStock(QPainter& painter) {
+    drawCarton(painter, palette::amber, palette::brown);
+}
+
+void drawSortMark(QPainter& painter) {
+    drawArrowHead(painter, palette::ink, QPolygonF{{3, 6}, {13, 6}, {8, 12}});
+}
+
+void drawSearchMark(QPainter& painter) {
+    drawLens(painter);
+}
+
+void drawPointerUp(QPainter& painter) {
+    drawArrowHead(painter, palette::red,
+                  QPolygonF{{8, 1}, {15, 8}, {10.5, 8}, {10.5, 15}, {5.5, 15}, {5.5, 8}, {1, 8}});
+}
+
+void drawPointerDown(QPainter& painter) {
+    drawArrowHead(painter, palette::red,
+                  QPolygonF{{8, 15}, {15, 8}, {10.5, 8}, {10.5, 1}, {5.5, 1}, {5.5, 8}, {1, 8}});
+}
+
+void drawExit(QPainter& painter) {
+    setArea(painter, palette::steel);
+    painter.drawRect(QRectF(1, 1, 8, 14));
+    setArea(painter, palette::paper);
+    painter.drawRect(QRectF(2, 2, 6, 12));
+    setArea(painter, palette::beam);
+    painter.drawPolygon(QPolygonF{{2, 2}, {6, 4}, {6, 15}, {2, 14}});
+    setLine(painter, palette::blue, 2);
+    painter.drawLine(QPointF(8, 8), QPointF(12, 8));
+    drawArrowHead(painter, palette::blue, QPolygonF{{15.5, 8}, {11, 4.5}, {11, 11.5}});
+}
+
+void drawRefresh(QPainter& painter) {
+    setLine(painter, palette::teal, 2);
+    constexpr int sixteenthsPerDegree = 16;
+    painter.drawArc(QRectF(2.5, 2.5, 11, 11), 40 * sixteenthsPerDegree, 280 * sixteenthsPerDegree);
+    drawArrowHead(painter, palette::teal, QPolygonF{{14.5, 1.5}, {14.5, 7.5}, {9, 5.5}});
+}
+
+void drawClock(QPainter& painter) {
+    setLine(painter, palette::teal, 1.5);
+    painter.setBrush(QColor(palette::paper));
+    painter.drawEllipse(QRectF(1.75, 1.75, 12.5, 12.5));
+    setLine(painter, palette::ink, 1.5);
+    painter.drawPolyline(QPolygonF{{8, 4}, {8, 8}, {11, 8}});
+}
+
+void drawLens(QPainter& painter) {
+    setLine(painter, palette::ink, 2.5);
+    painter.drawLine(QPointF(10, 10), QPointF(14, 14));
+    setLine(painter, palette::blue, 1.5);
+    painter.setBrush(QColor(palette::paper));
+    painter.drawEllipse(QRectF(1.75, 1.75, 9, 9));
+}
+
+void drawList(QPainter& painter) {
+    for (const double top : {3.0, 7.0, 11.0}) {
+        setArea(painter, palette::blue);
+        painter.drawRect(QRectF(2, top, 2, 2));
+        setArea(painter, palette::ink);
+        painter.drawRect(QRectF(6, top, 8, 2));
+    }
+}
+
+void drawClose(QPainter& painter) {
+    setLine(painter, palette::red, 2.5);
+    painter.drawLine(QPointF(4, 4), QPointF(12, 12));
+    painter.drawLine(QPointF(12, 4), QPointF(4, 12));
+}
+
+void drawEntranceDoor(QPainter& painter) {
+    // A door as on a building plan: the leaf and the quarter circle that it sweeps, with the way in.
+    setLine(painter, palette::steel, 2);
+    painter.drawLine(QPointF(4, 29), QPointF(4, 6));
+    setLine(painter, palette::faded, 1);
+    constexpr int sixteenthsPerDegree = 16;
+    painter.drawArc(QRectF(-19, 6, 46, 46), 0, 90 * sixteenthsPerDegree);
+    setLine(painter, palette::beam, 2.5);
+    painter.drawLine(QPointF(15, 30), QPointF(15, 19));
+    drawArrowHead(painter, palette::beam, QPolygonF{{15, 11}, {21, 19}, {9, 19}});
+}
+
+void drawGate(QPainter& painter) {
+    // A roller gate, half open.
+    setArea(painter, palette::steel);
+    painter.drawRect(QRectF(2, 3, 28, 4));
+    painter.drawRect(QRectF(2, 3, 3, 27));
+    painter.drawRect(QRectF(27, 3, 3, 27));
+    for (const double top : {8.0, 12.0, 16.0}) {
+        setArea(painter, palette::faded);
+        painter.drawRect(QRectF(5, top, 22, 3));
+    }
+    setArea(painter, palette::beam);
+    painter.drawRect(QRectF(11, 23, 10, 7));
+}
+
+void drawHourglass(QPainter& painter) {
+    setArea(painter, palette::paper);
+    painter.drawPolygon(QPolygonF{
+        {7, 5}, {25, 5}, {25, 9}, {18, 16}, {25, 23}, {25, 27}, {7, 27}, {7, 23}, {14, 16}, {7, 9}});
+    setArea(painter, palette::beam);
+    painter.drawPolygon(QPolygonF{
+        {10, 10}, {22, 10}, {16.5, 15.5}, {16.5, 22}, {22, 26}, {10, 26}, {15.5, 22}, {15.5, 15.5}});
+    setLine(painter, palette::ink, 1.5);
+    painter.drawPolygon(QPolygonF{
+        {7, 5}, {25, 5}, {25, 9}, {18, 16}, {25, 23}, {25, 27}, {7, 27}, {7, 23}, {14, 16}, {7, 9}});
+    setLine(painter, palette::ink, 3);
+    painter.drawLine(QPointF(6, 4), QPointF(26, 4));
+    painter.drawLine(QPointF(6, 28), QPointF(26, 28));
+}
+
+void drawProgram(QPainter& painter) {
+    setArea(painter, palette::steel);
+    painter.drawRect(QRectF(3, 2, 3, 28));
+    painter.drawRect(QRectF(26, 2, 3, 28));
+    for (const double top : {10.0, 19.0, 27.0}) {
+        setArea(painter, palette::beam);
+        painter.drawRect(QRectF(3, top, 26, 2.5));
+    }
+    const auto carton = [&painter](double left, double bottom, int percent, double width) {
+        setArea(painter, fillColor(percent).rgb());
+        painter.drawRect(QRectF(left, bottom - 6, width, 6));
+    };
+    carton(7, 10, 20, 6);
+    carton(14, 10, 60, 11);
+    carton(7, 19, 100, 8.5);
+    carton(16.5, 19, 40, 8.5);
+    carton(7, 27, 80, 18);
+}
+
+}  // namespace regalon::artwork
