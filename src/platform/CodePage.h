@@ -15,6 +15,8 @@ namespace CodePage {
 /// is not of eight bits.
 bool set(const QString& name);
 QString name();
+/// True if set() would take the name.
+bool isKnown(const QString& name);
 
 /// Characters without a code become "?".
 QByteArray fromText(const QString& text);

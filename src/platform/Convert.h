@@ -4,7 +4,7 @@
 #include <QDateTime>
 #include <QString>
 #include <QVariant>
-#include <QtTypes>
+#include <QtGlobal>
 
 namespace regalon {
 

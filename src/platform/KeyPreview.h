@@ -37,6 +37,9 @@ private:
     QWidget* m_window;
     std::function<void(int, int)> m_keyDown;
     QSet<QPair<int, int>> m_claimed;
+    // Compared only, never followed.
+    const void* m_lastEvent = nullptr;
+    const void* m_lastParent = nullptr;
 };
 
 }  // namespace regalon

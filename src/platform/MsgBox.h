@@ -2,7 +2,7 @@
 
 #include <QList>
 #include <QString>
-#include <QtTypes>
+#include <QtGlobal>
 
 #include <functional>
 

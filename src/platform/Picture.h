@@ -1,7 +1,7 @@
 #pragma once
 
 #include <QPixmap>
-#include <QSizeF>
+#include <QSize>
 #include <QString>
 
 #include <memory>
@@ -22,7 +22,7 @@ public:
     /// that a plan of a thousand icons costs a look at each file. Raises 53 (no such file), 76 (no such
     /// folder or drive), 75 (a folder, or not readable), 481 (not a picture).
     static Picture load(const QString& path);
-    /// Largest side wins over the cache: the same as load(), past the cache.
+    /// As load(), but always from the file and without keeping the picture.
     static Picture read(const QString& path);
     static void clearCache();
 

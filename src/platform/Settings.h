@@ -32,7 +32,8 @@ struct Settings {
     RegionalFormat Regional;
     /// [Drives] and [Shares]
     Paths::Mapping PathMapping;
-    /// [Files] DsnFolder: folder of data source files, as a path of the system or of this machine.
+    /// [Files] DsnFolder: folder of data source files, as a path of the system or of this machine; empty for
+    /// none.
     QString DsnFolder;
 
     /// One text for each bad key or line, naming the key; its default is in use. For showing to the user

@@ -1,0 +1,182 @@
+#include "platform/Paths.h"
+
+#include "platform/RunTimeError.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QStandardPaths>
+#include <QStringList>
+
+#include <optional>
+
+namespace regalon::Paths {
+namespace {
+
+Mapping& currentMapping() {
+    static Mapping current;
+    return current;
+}
+
+bool isSeparator(QChar c) {
+    return c == u'\\' || c == u'/';
+}
+
+QStringList parts(const QString& path) {
+    QString uniform = path;
+    return uniform.replace(u'\\', u'/').split(u'/', Qt::SkipEmptyParts);
+}
+
+/// "." goes, ".." takes its parent along but stops at the root of the drive or share.
+QStringList withoutDots(const QStringList& all) {
+    QStringList clean;
+    for (const QString& part : all) {
+        if (part == QLatin1String(".."))
+            clean = clean.mid(0, clean.size() - 1);
+        else if (part != QLatin1String("."))
+            clean.append(part);
+    }
+    return clean;
+}
+
+QString joined(const QString& folder, const QString& name) {
+    if (folder.isEmpty())
+        return name;
+    return folder.endsWith(u'/') ? folder + name : folder + u'/' + name;
+}
+
+/// The entry of a folder that has the name, apart from case. Folders are listed sorted, so the choice among
+/// several is always the same.
+std::optional<QString> entry(const QString& folder, const QString& name) {
+    if (QFileInfo::exists(joined(folder, name)))
+        return name;
+    const QDir dir(folder.isEmpty() ? QStringLiteral(".") : folder);
+    const QStringList names =
+        dir.entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
+    for (const QString& candidate : names) {
+        if (candidate.compare(name, Qt::CaseInsensitive) == 0)
+            return candidate;
+    }
+    return std::nullopt;
+}
+
+QString resolved(const QString& root, const QStringList& names) {
+    const QString plain = joined(root, names.join(u'/'));
+    if (names.isEmpty() || QFileInfo::exists(plain))
+        return names.isEmpty() ? root : plain;
+    QString file = root;
+    for (qsizetype i = 0; i < names.size(); ++i) {
+        const std::optional<QString> found = entry(file, names[i]);
+        if (!found)
+            return joined(file, names.mid(i).join(u'/'));
+        file = joined(file, *found);
+    }
+    return file;
+}
+
+/// A path of this machine; "\" in it separates only if no file has the name as written.
+QString localFile(const QString& path) {
+    if (!path.contains(u'\\') || QFileInfo::exists(path))
+        return path;
+    return resolved(path.startsWith(u'/') ? QStringLiteral("/") : QString(), parts(path));
+}
+
+QString driveFolder(QChar letter) {
+    return letter == u'C' ? driveC() : currentMapping().Drives.value(letter);
+}
+
+QString onDrive(QChar letter, const QString& rest) {
+    const QString folder = driveFolder(letter.toUpper());
+    return folder.isEmpty() ? QString() : resolved(folder, withoutDots(parts(rest)));
+}
+
+QString onShare(const QString& path) {
+    const QStringList all = parts(path);
+    if (all.size() < 2)
+        return {};
+    const QString share = (all[0] + u'\\' + all[1]).toLower();
+    const QString folder = currentMapping().Shares.value(share);
+    return folder.isEmpty() ? QString() : resolved(folder, withoutDots(all.mid(2)));
+}
+
+bool isAsciiLetter(QChar c) {
+    return (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z');
+}
+
+/// Raises the failure that explains why a file cannot be opened or deleted.
+[[noreturn]] void raiseAccess(const QString& file, bool mustExist) {
+    const QFileInfo info(file);
+    if (file.isEmpty() || !info.dir().exists())
+        throw RunTimeError(RunTime::PathNotFound);
+    if (mustExist && !info.exists())
+        throw RunTimeError(RunTime::FileNotFound);
+    throw RunTimeError(RunTime::PathFileAccess);
+}
+
+}  // namespace
+
+const Mapping& mapping() {
+    return currentMapping();
+}
+
+void setMapping(const Mapping& mapping) {
+    currentMapping() = mapping;
+}
+
+QString driveC() {
+    if (!currentMapping().DriveC.isEmpty())
+        return currentMapping().DriveC;
+    const QString named = qEnvironmentVariable("REGALON_DRIVE_C");
+    if (!named.isEmpty())
+        return named;
+    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
+           QStringLiteral("/regalon/drive_c");
+}
+
+QString toFile(const QString& path) {
+    if (path.isEmpty())
+        return {};
+    if (path.size() >= 2 && path[1] == u':' && isAsciiLetter(path[0]))
+        return onDrive(path[0], path.mid(2));
+    if (path.size() >= 2 && path[0] == u'\\' && isSeparator(path[1]))
+        return onShare(path);
+    if (path[0] == u'\\')
+        return onDrive(u'C', path);
+    return localFile(path);
+}
+
+bool fileExists(const QString& path) {
+    const QString file = toFile(path);
+    return !file.isEmpty() && QFileInfo(file).isFile();
+}
+
+bool folderExists(const QString& path) {
+    const QString file = toFile(path);
+    return !file.isEmpty() && QFileInfo(file).isDir();
+}
+
+QString composePath(const QString& folder, const QString& name) {
+    if (folder.isEmpty() || isSeparator(folder.back()))
+        return folder + name;
+    const bool local = folder.contains(u'/') && !folder.contains(u'\\');
+    return folder + (local ? u'/' : u'\\') + name;
+}
+
+void open(QFile& file, const QString& path, QIODevice::OpenMode mode) {
+    if (path.isEmpty())
+        throw RunTimeError(RunTime::BadFileName);
+    const QString name = toFile(path);
+    file.setFileName(name);
+    const bool reading = (mode & QIODevice::WriteOnly) == 0;
+    if (name.isEmpty() || QFileInfo(name).isDir() || !file.open(mode))
+        raiseAccess(name, reading);
+}
+
+void remove(const QString& path) {
+    if (path.isEmpty())
+        throw RunTimeError(RunTime::BadFileName);
+    const QString name = toFile(path);
+    if (name.isEmpty() || QFileInfo(name).isDir() || !QFile::remove(name))
+        raiseAccess(name, true);
+}
+
+}  // namespace regalon::Paths

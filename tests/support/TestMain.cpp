@@ -1,0 +1,41 @@
+#include <QApplication>
+#include <QDir>
+#include <QLocale>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace {
+
+/// Every test program has a home of its own, so that nothing of the person who runs it is read or written.
+std::unique_ptr<QTemporaryDir> prepareHome() {
+    auto home = std::make_unique<QTemporaryDir>();
+    const QDir folder(home->path());
+    const auto point = [&folder](const char* variable, const QString& name) {
+        folder.mkpath(name);
+        qputenv(variable, folder.filePath(name).toUtf8());
+    };
+    point("XDG_CONFIG_HOME", QStringLiteral("config"));
+    point("XDG_DATA_HOME", QStringLiteral("data"));
+    point("XDG_CACHE_HOME", QStringLiteral("cache"));
+    point("REGALON_DRIVE_C", QStringLiteral("drive_c"));
+    folder.mkpath(QStringLiteral("drive_c/Regalon"));
+    return home;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    ::testing::InitGoogleTest(&argc, argv);
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    const std::unique_ptr<QTemporaryDir> home = prepareHome();
+    QLocale::setDefault(QLocale(QLocale::Polish, QLocale::Poland));
+    QApplication::setStyle(QStringLiteral("Fusion"));
+    QApplication app(argc, argv);
+    // Tests open and close windows at will.
+    QApplication::setQuitOnLastWindowClosed(false);
+    return RUN_ALL_TESTS();
+}
