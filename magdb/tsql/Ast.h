@@ -331,6 +331,8 @@ struct ColumnDefinition {
     ExprPtr computed;               ///< AS expression; null for an ordinary column
     TextRange computedText;         ///< the expression as written
     bool persisted = false;
+    bool withValues =
+        false;  ///< WITH VALUES of ALTER TABLE ADD: existing rows take the default, nullable or not
     std::vector<TableConstraint> constraints;  ///< inline PRIMARY KEY, UNIQUE, CHECK, REFERENCES
 };
 
