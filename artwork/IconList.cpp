@@ -48,7 +48,7 @@ constexpr Symbol symbols[] = {
     {"refresh.ico", small, drawRefresh},   {"clock.ico", small, drawClock},
     {"find.ico", small, drawLens},         {"list.ico", small, drawList},
     {"close.ico", small, drawClose},       {"door_1.ico", large, drawEntranceDoor},
-    {"door_2.ico", large, drawGate},       {"busy.ico", large, drawHourglass},
+    {"door_2.ico", large, drawGate},       {"busy.ico", large, drawBusyPointer},
     {"regalon.ico", large, drawProgram},
 };
 

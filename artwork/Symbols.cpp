@@ -199,19 +199,25 @@ void drawGate(QPainter& painter) {
     painter.drawRect(QRectF(11, 23, 10, 7));
 }
 
-void drawHourglass(QPainter& painter) {
+void drawBusyPointer(QPainter& painter) {
+    // The arrow keeps its place and an hourglass stands beside it, so that the pointer does not jump.
+    setLine(painter, palette::paper, 1);
+    painter.setBrush(QColor(palette::ink));
+    painter.drawPolygon(
+        QPolygonF{{1, 1}, {1, 17}, {4.8, 13.4}, {7.4, 19}, {10, 17.8}, {7.5, 12.4}, {12.5, 12}});
+
+    const QPolygonF glass{{15, 13}, {29, 13}, {29, 15.5}, {23.5, 21.5}, {29, 27.5},
+                          {29, 30}, {15, 30}, {15, 27.5}, {20.5, 21.5}, {15, 15.5}};
     setArea(painter, palette::paper);
-    painter.drawPolygon(QPolygonF{
-        {7, 5}, {25, 5}, {25, 9}, {18, 16}, {25, 23}, {25, 27}, {7, 27}, {7, 23}, {14, 16}, {7, 9}});
+    painter.drawPolygon(glass);
     setArea(painter, palette::beam);
     painter.drawPolygon(QPolygonF{
-        {10, 10}, {22, 10}, {16.5, 15.5}, {16.5, 22}, {22, 26}, {10, 26}, {15.5, 22}, {15.5, 15.5}});
-    setLine(painter, palette::ink, 1.5);
-    painter.drawPolygon(QPolygonF{
-        {7, 5}, {25, 5}, {25, 9}, {18, 16}, {25, 23}, {25, 27}, {7, 27}, {7, 23}, {14, 16}, {7, 9}});
-    setLine(painter, palette::ink, 3);
-    painter.drawLine(QPointF(6, 4), QPointF(26, 4));
-    painter.drawLine(QPointF(6, 28), QPointF(26, 28));
+        {17, 16}, {27, 16}, {22.5, 21}, {22.5, 26}, {27, 29.5}, {17, 29.5}, {21.5, 26}, {21.5, 21}});
+    setLine(painter, palette::ink, 1.2);
+    painter.drawPolygon(glass);
+    setLine(painter, palette::ink, 2.4);
+    painter.drawLine(QPointF(14.5, 12.8), QPointF(29.5, 12.8));
+    painter.drawLine(QPointF(14.5, 30.2), QPointF(29.5, 30.2));
 }
 
 void drawProgram(QPainter& painter) {

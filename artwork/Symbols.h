@@ -32,7 +32,7 @@ void drawClose(QPainter& painter);
 /// 32 by 32 pixels at 1x.
 void drawEntranceDoor(QPainter& painter);
 void drawGate(QPainter& painter);
-void drawHourglass(QPainter& painter);
+void drawBusyPointer(QPainter& painter);
 void drawProgram(QPainter& painter);
 
 }  // namespace regalon::artwork
