@@ -55,8 +55,8 @@ private:
     static QString chooseMessage(eErrType type, const ErrorRecord& error, const QString& replacement);
     void LogError(const QString& text, qint16 eventType);
     void LogEvent(const QString& text, qint16 eventType) const;
-    void ShowMessage(const QString& text, int flags, const QString& title);
-    QString Extract(const QString& text, const QString& key);
+    void ShowMessage(const QString& text, qint32 flags, const QString& title);
+    static QString Extract(const QString& text, const QString& key);
     void startLog(eLogMode mode);
 
     bool m_debugMode = false;

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QString>
+
+namespace regalon {
+
+struct Settings;
+
+/// What a connection string of the system says.
+struct DbTarget {
+    QString server;    ///< "host", "host,port", "host:port" or "host\instance"
+    QString database;  ///< empty: the login's default
+    QString user;
+    QString password;
+};
+
+/// Reads the OLE DB form (Provider, Data Source, Initial Catalog, User ID, Password) or the ODBC form
+/// (driver, server, database, uid, pwd). Keys in any letter case and order; unknown ones are ignored. Values
+/// lose the blanks at their ends, and may stand in quotation marks or braces.
+DbTarget parseConnectionString(const QString& text);
+
+/// The DSN-less connection string for the driver of the settings. A server name without a port gets the
+/// default port, unless it names an instance. An empty server, "." and "(local)" mean this machine.
+QString driverConnectionString(const DbTarget& target, const Settings& settings);
+
+}  // namespace regalon
