@@ -1,0 +1,1 @@
+kolv_mag_x 1, @a = 'x', @b = @c OUTPUT

@@ -1,0 +1,1 @@
+INSERT INTO #t(a,b) OUTPUT inserted.a INTO @t(a) VALUES(1,DEFAULT),(2,3); UPDATE a SET x += 1, @v = a.y = 5 FROM t a JOIN u ON u.i=a.i WHERE a.x IN (SELECT 1) DELETE FROM a FROM t a WHERE x=1; DELETE TOP (5) t

@@ -1,0 +1,1 @@
+SELECT * FROM (a LEFT JOIN b ON a.i = b.i) CROSS APPLY dbo.f(a.i, DEFAULT) x OUTER APPLY (SELECT 1 y) z, (VALUES (1,'a'),(2,N'b')) v(i, n) FULL OUTER JOIN @t t ON t.i = v.i

@@ -1,0 +1,1 @@
+SELECT A.Location [Kod;1000;1], kolv_mag_Stand.*, x = 1, 'n' 'text', N'ż''x' AS N'q' FROM kolv_mag_Stand(nolock), kolv_mag_Location A(nolock) INNER JOIN T B WITH (NOLOCK, UPDLOCK) ON A.i=B.i WHERE (A.x + 1) * 2 > 3 AND NOT (A.b = 1 OR EXISTS(SELECT * FROM q)) AND c NOT LIKE '%x' ESCAPE '!' ORDER BY 1 DESC, A.x OFFSET 5 ROWS FETCH NEXT 1 ROW ONLY
