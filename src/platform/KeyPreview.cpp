@@ -1,6 +1,7 @@
 #include "platform/KeyPreview.h"
 
 #include <QApplication>
+#include <QHash>
 #include <QKeyEvent>
 #include <QPointer>
 #include <QWidget>
@@ -19,6 +20,21 @@ int shiftMask(const QKeyEvent& event) {
     if (event.modifiers().testFlag(Qt::AltModifier))
         mask |= ShiftMask::Alt;
     return mask;
+}
+
+/// The classic virtual key of a key of the toolkit.
+int keyCode(const QKeyEvent& event) {
+    static const QHash<int, int> codes{
+        {Qt::Key_Backspace, 8}, {Qt::Key_Tab, 9},     {Qt::Key_Backtab, 9},   {Qt::Key_Return, 13},
+        {Qt::Key_Enter, 13},    {Qt::Key_Shift, 16},  {Qt::Key_Control, 17},  {Qt::Key_Alt, 18},
+        {Qt::Key_Escape, 27},   {Qt::Key_PageUp, 33}, {Qt::Key_PageDown, 34}, {Qt::Key_End, 35},
+        {Qt::Key_Home, 36},     {Qt::Key_Left, 37},   {Qt::Key_Up, 38},       {Qt::Key_Right, 39},
+        {Qt::Key_Down, 40},     {Qt::Key_Insert, 45}, {Qt::Key_Delete, 46},
+    };
+    const int key = event.key();
+    if (key >= Qt::Key_F1 && key <= Qt::Key_F24)
+        return 112 + (key - Qt::Key_F1);
+    return codes.value(key, key);
 }
 
 }  // namespace
@@ -41,7 +57,7 @@ bool KeyPreview::eventFilter(QObject* watched, QEvent* event) {
         return false;
 
     auto* key = static_cast<QKeyEvent*>(event);
-    const bool claimed = m_claimed.contains({key->key(), shiftMask(*key)});
+    const bool claimed = m_claimed.contains({keyCode(*key), shiftMask(*key)});
     if (!press) {
         if (claimed)
             key->accept();
@@ -54,7 +70,7 @@ bool KeyPreview::eventFilter(QObject* watched, QEvent* event) {
     if (climbing)
         return false;
     const QPointer<KeyPreview> alive(this);
-    m_keyDown(key->key(), shiftMask(*key));
+    m_keyDown(keyCode(*key), shiftMask(*key));
     return claimed || !alive;
 }
 

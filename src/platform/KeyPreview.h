@@ -29,7 +29,7 @@ public:
 
     /// Reserves a key for the window: no menu, toolbar letter or control gets it while the window has the
     /// focus.
-    void claim(int keyCode, int shift);
+    void claim(int code, int shift);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 

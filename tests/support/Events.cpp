@@ -30,7 +30,7 @@ bool clickToolButton(QWidget* window, const QString& key) {
     const QList<QToolButton*> buttons = window->findChildren<QToolButton*>();
     for (QToolButton* button : buttons) {
         const QAction* action = button->defaultAction();
-        if (action != nullptr && action->objectName() == key && button->isVisible()) {
+        if (action != nullptr && action->objectName() == key && action->isVisible() && button->isVisible()) {
             click(button);
             return true;
         }

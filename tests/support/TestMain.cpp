@@ -1,5 +1,6 @@
 #include <QApplication>
 #include <QDir>
+#include <QFile>
 #include <QLocale>
 #include <QTemporaryDir>
 
@@ -20,6 +21,9 @@ std::unique_ptr<QTemporaryDir> prepareHome() {
     point("XDG_CONFIG_HOME", QStringLiteral("config"));
     point("XDG_DATA_HOME", QStringLiteral("data"));
     point("XDG_CACHE_HOME", QStringLiteral("cache"));
+    point("XDG_RUNTIME_DIR", QStringLiteral("run"));
+    QFile::setPermissions(folder.filePath(QStringLiteral("run")),
+                          QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
     point("REGALON_DRIVE_C", QStringLiteral("drive_c"));
     folder.mkpath(QStringLiteral("drive_c/Regalon"));
     return home;

@@ -1,0 +1,164 @@
+#include "platform/CodePage.h"
+#include "platform/CommandLine.h"
+#include "platform/Settings.h"
+#include "platform/UserSettings.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <gtest/gtest.h>
+
+using namespace regalon;
+
+namespace {
+
+Settings loaded(const QByteArray& text) {
+    const QString name = Settings::defaultFile();
+    QDir().mkpath(QFileInfo(name).path());
+    QFile file(name);
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    file.write(text);
+    file.close();
+    return Settings::load();
+}
+
+TEST(Settings, LieInTheConfigurationFolderOfTheUser) {
+    EXPECT_EQ(Settings::defaultFile(),
+              qEnvironmentVariable("XDG_CONFIG_HOME") + QStringLiteral("/Kolvestra/Regalon.conf"));
+}
+
+TEST(Settings, AMissingFileGivesWorkingDefaults) {
+    const Settings settings = Settings::load(QStringLiteral("/nowhere/Regalon.conf"));
+    EXPECT_EQ(settings.OdbcDriver, QStringLiteral("FreeTDS"));
+    EXPECT_EQ(settings.OdbcServerPort, Settings::ServerPort::Split);
+    EXPECT_EQ(settings.OdbcDefaultPort, 1433);
+    EXPECT_EQ(settings.CodePageName, QStringLiteral("windows-1250"));
+    EXPECT_EQ(settings.Regional.Locale, QStringLiteral("pl_PL"));
+    EXPECT_EQ(settings.Regional.Decimal, QChar(u','));
+    EXPECT_TRUE(settings.Problems.isEmpty());
+}
+
+TEST(Settings, EveryKeyIsRead) {
+    const Settings settings = loaded(R"(# comment
+; comment
+[odbc]
+driver = ODBC Driver 18 for SQL Server
+Keywords = "Encrypt=no;LANGUAGE=polski"
+ServerPort = Keep
+DefaultPort = 0
+
+[Text]
+CodePage=ISO-8859-2
+RegionalFormat=en_US
+[Drives]
+c=/srv/c
+D:=/srv/d
+[Shares]
+\\SRV1\Dane=/mnt/dane
+//srv2/x = /mnt/x
+[Files]
+DsnFolder=C:\Dsn
+)");
+    EXPECT_TRUE(settings.Problems.isEmpty()) << settings.Problems.join(u'\n').toStdString();
+    EXPECT_EQ(settings.OdbcDriver, QStringLiteral("ODBC Driver 18 for SQL Server"));
+    EXPECT_EQ(settings.OdbcKeywords, QStringLiteral("Encrypt=no;LANGUAGE=polski"));
+    EXPECT_EQ(settings.OdbcServerPort, Settings::ServerPort::Keep);
+    EXPECT_EQ(settings.OdbcDefaultPort, 0);
+    EXPECT_EQ(settings.CodePageName, QStringLiteral("ISO-8859-2"));
+    EXPECT_EQ(settings.Regional.Decimal, QChar(u'.'));
+    EXPECT_EQ(settings.PathMapping.DriveC, QStringLiteral("/srv/c"));
+    EXPECT_EQ(settings.PathMapping.Drives.value(u'D'), QStringLiteral("/srv/d"));
+    EXPECT_EQ(settings.PathMapping.Shares.value(QStringLiteral("srv1\\dane")), QStringLiteral("/mnt/dane"));
+    EXPECT_EQ(settings.PathMapping.Shares.value(QStringLiteral("srv2\\x")), QStringLiteral("/mnt/x"));
+    EXPECT_EQ(settings.DsnFolder, QStringLiteral("C:\\Dsn"));
+}
+
+TEST(Settings, EachBadValueIsReportedWithItsKeyAndFallsBack) {
+    const Settings settings = loaded(R"([Odbc]
+Driver=
+Keywords=nonsense
+ServerPort=sideways
+DefaultPort=70000
+[Text]
+CodePage=utf-8
+RegionalFormat=klingon
+[Drives]
+D=relative/folder
+DD=/srv
+[Shares]
+\\onlyserver=/mnt
+[Files]
+Other=1
+a line without a sign
+)");
+    const QStringList keys{QStringLiteral("[Odbc] Driver"),
+                           QStringLiteral("[Odbc] Keywords"),
+                           QStringLiteral("[Odbc] ServerPort"),
+                           QStringLiteral("[Odbc] DefaultPort"),
+                           QStringLiteral("[Text] CodePage"),
+                           QStringLiteral("[Text] RegionalFormat"),
+                           QStringLiteral("[Drives] D:"),
+                           QStringLiteral("[Drives] DD:"),
+                           QStringLiteral("[Shares] \\\\onlyserver"),
+                           QStringLiteral("[Files] Other"),
+                           QStringLiteral("wiersz 16")};
+    ASSERT_EQ(settings.Problems.size(), keys.size()) << settings.Problems.join(u'\n').toStdString();
+    for (qsizetype i = 0; i < keys.size(); ++i)
+        EXPECT_TRUE(settings.Problems[i].startsWith(keys[i])) << settings.Problems[i].toStdString();
+    const Settings defaults;
+    EXPECT_EQ(settings.OdbcDriver, defaults.OdbcDriver);
+    EXPECT_EQ(settings.OdbcKeywords, defaults.OdbcKeywords);
+    EXPECT_EQ(settings.OdbcServerPort, defaults.OdbcServerPort);
+    EXPECT_EQ(settings.OdbcDefaultPort, defaults.OdbcDefaultPort);
+    EXPECT_EQ(settings.CodePageName, defaults.CodePageName);
+    EXPECT_EQ(settings.Regional.Locale, defaults.Regional.Locale);
+    EXPECT_TRUE(settings.PathMapping.Drives.isEmpty());
+    EXPECT_TRUE(settings.PathMapping.Shares.isEmpty());
+}
+
+TEST(Settings, AnotherDriverDoesNotGetTheKeywordsOfFreeTds) {
+    const Settings settings = loaded("[Odbc]\nDriver=ODBC Driver 17 for SQL Server\n");
+    EXPECT_EQ(settings.OdbcKeywords, QString());
+    EXPECT_EQ(settings.OdbcServerPort, Settings::ServerPort::Keep);
+}
+
+TEST(Settings, GarbageIsReportedAndHarmless) {
+    QByteArray garbage;
+    for (int i = 0; i < 4000; ++i)
+        garbage.append(static_cast<char>((i * 7919) ^ (i >> 3)));
+    const Settings settings = loaded(garbage);
+    EXPECT_FALSE(settings.Problems.isEmpty());
+    EXPECT_EQ(settings.OdbcDriver, QStringLiteral("FreeTDS"));
+    const Settings huge = loaded(QByteArray(3 << 20, 'x'));
+    EXPECT_EQ(huge.Problems.size(), 1);
+}
+
+TEST(Settings, ApplyPutsThemIntoUse) {
+    loaded("[Text]\nCodePage=windows-1252\nRegionalFormat=en_US\n[Drives]\nC=/srv/c\n").apply();
+    EXPECT_EQ(CodePage::name(), QStringLiteral("windows-1252"));
+    EXPECT_EQ(NumberText(1.5), QStringLiteral("1.5"));
+    EXPECT_EQ(Paths::toFile(QStringLiteral("C:\\a")), QStringLiteral("/srv/c/a"));
+    Settings().apply();
+    EXPECT_EQ(NumberText(1.5), QStringLiteral("1,5"));
+}
+
+TEST(UserSettings, AreKeptByApplicationSectionAndKey) {
+    const QString app = QStringLiteral("Kolvestra");
+    const QString login = QStringLiteral("Login");
+    EXPECT_EQ(GetSetting(app, login, QStringLiteral("strLang"), QStringLiteral("none")),
+              QStringLiteral("none"));
+    SaveSetting(app, login, QStringLiteral("strLang"), QStringLiteral("UK"));
+    EXPECT_EQ(GetSetting(app, login, QStringLiteral("strLang")), QStringLiteral("UK"));
+    EXPECT_EQ(GetSetting(app, QStringLiteral("Other"), QStringLiteral("strLang")), QString());
+    EXPECT_TRUE(
+        QFile::exists(qEnvironmentVariable("XDG_CONFIG_HOME") + QStringLiteral("/Kolvestra/Kolvestra.ini")));
+}
+
+TEST(CommandLine, ArgumentsAreJoinedByOneBlank) {
+    EXPECT_EQ(CommandLine::join({QStringLiteral("-dir/connect.txt"), QStringLiteral("-1")}),
+              QStringLiteral("-dir/connect.txt -1"));
+    EXPECT_EQ(CommandLine::join({}), QString());
+}
+
+}  // namespace
