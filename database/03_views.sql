@@ -1,0 +1,100 @@
+-- Views that the client reads with "select *", and two of the procedures' own.
+-- A list takes column 1 as key and column 2 as text. A grid takes a column's name as caption:width;alignment, width in
+-- twips, alignment 0 left, 1 right, 2 centre; names with xxx_ are hidden and must stand last, without a width.
+
+-- What a location can hold, in litres and kilograms, and the family of its icon.
+-- The family tells how many of the shelf's three slots the location covers: LA one, LB two, LC three. A size that the
+-- location's row leaves open is that of the covered slots of a standard stand.
+DROP VIEW IF EXISTS dbo.Kolv_vv_mag_Location_Space;
+GO
+CREATE VIEW dbo.Kolv_vv_mag_Location_Space
+AS
+SELECT F.Rank, F.Stand, F.Shelf, F.Location, F.Family, F.Slots,
+    CAST(ISNULL(NULLIF(I.Width_int, 0), 900 * F.Slots) AS float)
+        * ISNULL(NULLIF(I.Height_int, 0), 1200)
+        * ISNULL(NULLIF(I.Depth_int, 0), 1100) / 1000000.0 AS SpaceVolume,
+    CAST(ISNULL(NULLIF(I.Weight_int, 0), 1000 * F.Slots) AS float) AS SpaceWeight
+FROM (
+    SELECT L.Rank, L.Stand, L.Shelf, L.Location,
+        CASE WHEN C.LocationCount = 1 THEN N'LC'
+            WHEN C.LocationCount = 2 AND L.Location = 2 THEN N'LB'
+            ELSE N'LA' END AS Family,
+        CASE WHEN C.LocationCount = 1 THEN 3
+            WHEN C.LocationCount = 2 AND L.Location = 2 THEN 2
+            ELSE 1 END AS Slots
+    FROM dbo.kolv_mag_Location AS L
+        INNER JOIN (
+            SELECT Rank, Stand, Shelf, COUNT(*) AS LocationCount
+            FROM dbo.kolv_mag_Location
+            GROUP BY Rank, Stand, Shelf
+        ) AS C ON C.Rank = L.Rank AND C.Stand = L.Stand AND C.Shelf = L.Shelf
+    ) AS F
+    LEFT JOIN dbo.kolv_mag_Location_Item AS I
+        ON I.Rank = F.Rank AND I.Stand = F.Stand AND I.Shelf = F.Shelf AND I.Location = F.Location;
+GO
+
+-- What the active packages of each location take up, in litres and kilograms.
+DROP VIEW IF EXISTS dbo.Kolv_vv_mag_Location_Load;
+GO
+CREATE VIEW dbo.Kolv_vv_mag_Location_Load
+AS
+SELECT Rank, Stand, Shelf, Location, COUNT(*) AS PackageCount, SUM(Quantity) AS Quantity,
+    SUM(CAST(ISNULL(PackLength, 0) AS float) * ISNULL(PackWidth, 0) * ISNULL(PackHeight, 0) / 1000000.0) AS LoadVolume,
+    SUM(CAST(ISNULL(PackWeight, 0) AS float)) AS LoadWeight
+FROM dbo.Kolv_Mag_BarCode_Sur
+WHERE Active = N'Y' AND Rank IS NOT NULL
+GROUP BY Rank, Stand, Shelf, Location;
+GO
+
+DROP VIEW IF EXISTS dbo.Kolv_vv_mag_Sur_On_Add;
+GO
+CREATE VIEW dbo.Kolv_vv_mag_Sur_On_Add
+AS
+SELECT CAST(N'0' AS nvarchar(20)) AS ItemCode, CAST(N'wybierz' AS nvarchar(130)) AS ItemName
+UNION ALL
+SELECT ItemCode, CAST(ItemCode + N' - ' + ISNULL(ItemName, N'') AS nvarchar(130))
+FROM dbo.OITM;
+GO
+
+DROP VIEW IF EXISTS dbo.Kolv_vv_mag_Group_On_Localization;
+GO
+CREATE VIEW dbo.Kolv_vv_mag_Group_On_Localization
+AS
+SELECT CAST(0 AS smallint) AS GroupSur, CAST(N'wybierz' AS nvarchar(100)) AS GroupSurName
+UNION ALL
+SELECT GroupSur, GroupSurName
+FROM dbo.kolv_mag_Location_Group
+WHERE OnOrOff = N'Y';
+GO
+
+-- A new parameter of a location is a column of kolv_mag_Location_Item and a row here.
+DROP VIEW IF EXISTS dbo.Kolv_vv_mag_Param_Location;
+GO
+CREATE VIEW dbo.Kolv_vv_mag_Param_Location
+AS
+SELECT CAST(N'0' AS nvarchar(50)) AS ParamName, CAST(N'wybierz' AS nvarchar(50)) AS ParamText
+UNION ALL SELECT N'Height_int', N'Wysokość [mm]'
+UNION ALL SELECT N'Width_int', N'Szerokość [mm]'
+UNION ALL SELECT N'Depth_int', N'Głębokość [mm]'
+UNION ALL SELECT N'Weight_int', N'Nośność [kg]'
+UNION ALL SELECT N'StatLocation_cmb', N'Status lokalizacji'
+UNION ALL SELECT N'Picture_pic', N'Zdjęcie'
+UNION ALL SELECT N'Description_char', N'Opis';
+GO
+
+DROP VIEW IF EXISTS dbo.Kolv_vv_mag_Sur_Mag;
+GO
+CREATE VIEW dbo.Kolv_vv_mag_Sur_Mag
+AS
+SELECT ItemCode AS [Kod surowca:1700;0], ItemName AS [Nazwa surowca:4200;0], InvntryUom AS [Jm:600;2]
+FROM dbo.OITM;
+GO
+
+DROP VIEW IF EXISTS dbo.Kolv_vv_mag_Sur_Location_group;
+GO
+CREATE VIEW dbo.Kolv_vv_mag_Sur_Location_group
+AS
+SELECT G.ItemCode AS [Kod surowca:1700;0], I.ItemName AS [Nazwa surowca:4200;0], G.GroupSur AS xxx_GroupSur
+FROM dbo.kolv_mag_Group_Item AS G
+    LEFT JOIN dbo.OITM AS I ON I.ItemCode = G.ItemCode;
+GO
