@@ -15,6 +15,8 @@ namespace {
 
 // Refused logins: unknown user or wrong password, no trusted connection, disabled, locked, expired.
 constexpr std::array loginErrors{18456, 18452, 18450, 18451, 18470, 18486, 18487, 18488};
+// Unknown database. Some servers say next that the login failed, which is not the cause.
+constexpr std::array databaseErrors{4060, 911};
 // NULL refused, foreign key or check, duplicate in an index, duplicate key.
 constexpr std::array integrityErrors{515, 547, 2601, 2627};
 // FreeTDS counts its own failures from 20000 to 20999: no connection, no host, a dead peer.
@@ -55,6 +57,11 @@ qint32 numberOf(const Diagnostic& record) {
 // The record that tells the cause. A refused login stands between "cannot connect" records, and a server's
 // error may follow its own information messages, so the first record is not always the one.
 const Diagnostic* telling(const QVector<Diagnostic>& records) {
+    const auto database = std::find_if(records.begin(), records.end(),
+                                       [](const Diagnostic& r) { return holds(databaseErrors, r.native); });
+    if (database != records.end()) {
+        return &*database;
+    }
     const auto login = std::find_if(records.begin(), records.end(),
                                     [](const Diagnostic& r) { return holds(loginErrors, r.native); });
     if (login != records.end()) {
