@@ -1,0 +1,62 @@
+// regalon -<connection file> -<user number>
+#include "common/AppContext.h"
+#include "common/DbConnection.h"
+#include "platform/CommandLine.h"
+#include "platform/MsgBox.h"
+#include "platform/Settings.h"
+#include "shell/mdiKolvestra.h"
+#include "views/frmMagWatch.h"
+
+#include <QApplication>
+
+namespace {
+
+using namespace regalon;
+
+/// Everything on the command line belongs to the system. The toolkit would take arguments of its own out of
+/// it.
+QString commandLine(int argc, char** argv) {
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i) {
+        arguments.append(QString::fromLocal8Bit(argv[i]));
+    }
+    return CommandLine::join(arguments);
+}
+
+void useSettings() {
+    const Settings settings = Settings::load();
+    settings.apply();
+    useDatabaseSettings(settings);
+    if (!settings.Problems.isEmpty()) {
+        MsgBox(settings.Problems.join(QStringLiteral("\r\n")), MsgFlag::Exclamation, Settings::defaultFile());
+    }
+}
+
+ChildWindows childWindows(AppContext& context) {
+    ChildWindows windows;
+    windows.MagWatch.create = [&context] { return new frmMagWatch(context); };
+    windows.MagWatch.beforeShow = [](QWidget* window, qint32 top, qint32 left) {
+        auto* view = static_cast<frmMagWatch*>(window);
+        view->setTopStand(top);
+        view->setLeftStand(left);
+    };
+    return windows;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    const QString arguments = commandLine(argc, argv);
+    int programOnly = 1;
+    QApplication application(programOnly, argv);
+    QApplication::setApplicationName(QStringLiteral("Regalon"));
+    QApplication::setApplicationVersion(QStringLiteral(REGALON_VERSION));
+    QApplication::setDesktopFileName(QStringLiteral("regalon"));
+    useSettings();
+
+    AppContext context;
+    mdiKolvestra window(context, childWindows(context));
+    window.MDIForm_Load(arguments);
+    window.show();
+    return QApplication::exec();
+}

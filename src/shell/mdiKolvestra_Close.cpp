@@ -1,0 +1,83 @@
+// The unload routines of the main window.
+#include "common/AppContext.h"
+#include "common/ErrorTrap.h"
+#include "platform/MsgBox.h"
+#include "platform/Paths.h"
+#include "platform/RunTimeError.h"
+#include "platform/UserSettings.h"
+#include "shell/clsLanguage.h"
+#include "shell/clsSAPGetData.h"
+#include "shell/mdiKolvestra.h"
+#include "shell/modConnection.h"
+
+#include <QCloseEvent>
+#include <QMdiArea>
+
+namespace regalon {
+
+void mdiKolvestra::closeEvent(QCloseEvent* event) {
+    if (m_unloaded) {
+        event->accept();
+        return;
+    }
+    if (!MDIForm_QueryUnload()) {
+        event->ignore();
+        return;
+    }
+    // The children go first: what they do at their own unload needs the connection.
+    m_area->closeAllSubWindows();
+    m_unloaded = true;
+    MDIForm_Unload();
+    event->accept();
+}
+
+/// True if the window may go.
+bool mdiKolvestra::MDIForm_QueryUnload() {
+    bool cancel = true;
+    WindowTrap("frmKolvestra - MDIForm_QueryUnload", [&] {
+        if (ExitProg()) {
+            cancel = false;
+        }
+    });
+    return !cancel;
+}
+
+bool mdiKolvestra::ExitProg() {
+    bool exit = false;
+    WindowTrap("frmKolvestra - ExitProg", [&] {
+        if (!objLanguage) {
+            throw RunTimeError(RunTime::ObjectNotSet);
+        }
+        const QString window = objectName();
+        const QString name = QStringLiteral("Exit");
+        const QString text = objLanguage->GetMsgBoxText(
+            window, name, QStringLiteral("Czy na pewno chcesz zakończyć pracę z programem?"));
+        const QString title = objLanguage->GetMsgBoxTitle(window, name, QStringLiteral("Info..."));
+        exit = MsgBox(text, MsgFlag::YesNo | MsgFlag::Information, title) == MsgResult::Yes;
+    });
+    return exit;
+}
+
+void mdiKolvestra::MDIForm_Unload() {
+    WindowTrap("frmKolvestra - MDIForm_Unload", [this] {
+        // The user's profile is saved first, under UserName, although it is loaded under Login.
+        CloseConnections(m_context);
+        SaveSetting(QStringLiteral("Kolvestra"), QStringLiteral("Login"), QStringLiteral("strLang"),
+                    m_context.Language);
+        objLanguage.reset();
+        deleteDsnFile();
+    });
+}
+
+void mdiKolvestra::deleteDsnFile() {
+    if (m_context.DsnFilePath.isEmpty()) {
+        return;
+    }
+    try {
+        Paths::remove(m_context.DsnFilePath);
+    } catch (const RunTimeError&) {
+        // Somebody has it open or it is gone; the next run writes its own.
+    }
+}
+
+}  // namespace regalon
