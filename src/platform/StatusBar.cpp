@@ -18,12 +18,14 @@ QLabel* StatusBar::addPanel(const QString& key, int width, AutoSize autoSize, in
     label->setObjectName(key);
     label->setTextFormat(Qt::PlainText);
     label->setFrameStyle(QFrame::Panel | QFrame::Sunken);
-    // Ignored: a long text is cut, it never widens the panel or the window.
-    label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    if (autoSize == AutoSize::Spring)
+    // A long text is cut, it never widens the panel or the window.
+    if (autoSize == AutoSize::Spring) {
+        label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
         label->setMinimumWidth(toPixels(minWidth));
-    else
+    } else {
+        label->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
         label->setFixedWidth(toPixels(width));
+    }
     addWidget(label, autoSize == AutoSize::Spring ? 1 : 0);
     m_panels.append(label);
     return label;
