@@ -1,0 +1,59 @@
+#pragma once
+
+#include "platform/ControlArray.h"
+#include "platform/PlanItems.h"
+
+#include <QGraphicsScene>
+#include <QGraphicsView>
+
+#include <array>
+#include <memory>
+
+namespace regalon {
+
+/// The surface of a map window: the plan's pictures and lines over the hall. Element 0 of each array is a
+/// hidden template that takes no part in the plan. The view shows the whole surface at its natural size and
+/// never scrolls; positions in the arrays are twips from its top left corner.
+class MapCanvas : public QGraphicsView {
+    Q_OBJECT
+
+public:
+    /// The surface has a fixed size, in twips.
+    MapCanvas(int widthTwips, int heightTwips, QWidget* parent = nullptr);
+    ~MapCanvas() override;
+
+    // The plan.
+    ControlArray<PictureItem>& imgBookStand() { return m_stands; }
+    ControlArray<PictureItem>& imglocation() { return m_locations; }
+    ControlArray<LineItem>& lnnFrameBookStand() { return m_frames; }
+
+    // The preview of one stand while it is edited; only the layout editor fills these.
+    ControlArray<PictureItem>& imgBookStandWath() { return m_previewStands; }
+    ControlArray<PictureItem>& imglocationWath() { return m_previewLocations; }
+    ControlArray<LineItem>& lnnFrameBookStandWath() { return m_previewFrames; }
+
+    /// Has the scene do at once what it keeps for the event loop. Without this, removing items that were
+    /// added in the same event costs a search through all of them, each time.
+    void settle();
+
+Q_SIGNALS:
+    /// The user clicked element `index` of `imgBookStand` or `imglocation`.
+    void standClicked(int index);
+    void locationClicked(int index);
+
+private:
+    void addTemplates();
+    void addWalls();
+
+    // The arrays come after the scene: their items leave it before it goes.
+    QGraphicsScene m_scene;
+    ControlArray<PictureItem> m_stands;
+    ControlArray<PictureItem> m_locations;
+    ControlArray<LineItem> m_frames;
+    ControlArray<PictureItem> m_previewStands;
+    ControlArray<PictureItem> m_previewLocations;
+    ControlArray<LineItem> m_previewFrames;
+    std::array<std::unique_ptr<LineItem>, 6> m_walls;
+};
+
+}  // namespace regalon

@@ -1,0 +1,127 @@
+#pragma once
+
+#include "map/LocationAddress.h"
+#include "map/MapBuilder.h"
+#include "map/clsMagWatch.h"
+#include "platform/ImageList.h"
+
+#include <QString>
+#include <QWidget>
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+class QGroupBox;
+class QLabel;
+class QLineEdit;
+class QTimer;
+
+namespace regalon {
+
+class ListView;
+class MapCanvas;
+class ToolBar;
+
+/// What the stand detail is told before it opens. A count without a value keeps what the detail showed last.
+struct StandDetailRequest {
+    qint32 TopStand = 0;   ///< wished top of the detail window, twips from the top of the screen
+    qint32 LeftStand = 0;  ///< wished left, twips
+    qint16 Rank = 0;
+    qint16 Stand = 0;
+    std::optional<qint16> ShelfCount;
+    std::optional<qint16> LocationCount;
+};
+
+/// Shows the stand detail and returns when it has closed. Failures are thrown.
+using StandDetail = std::function<void(const StandDetailRequest& request)>;
+
+/// The read-only view of the warehouse: the plan, and below it what lies on the location that was clicked. It
+/// reads the warehouse when it is first shown, and again when it is shown after it was closed.
+class frmMagWatch : public QWidget {
+    Q_OBJECT
+
+public:
+    /// The context must outlive the window. Without a detail a click on a stand ends in the standard handler.
+    explicit frmMagWatch(AppContext& context, const StandDetail& standDetail = {}, QWidget* parent = nullptr);
+    ~frmMagWatch() override;
+
+    /// Top and left of the main window in twips, set before the window is shown. A value beyond 16 bits is
+    /// reported and the old one stays.
+    void setTopStand(qint32 twips);
+    void setLeftStand(qint32 twips);
+    /// Written by the item search dialog before it closes.
+    void setItemCode(const QString& itemCode) { m_itemCode = itemCode; }
+
+    /// Closes the window, with its frame inside the main window.
+    void unload();
+
+    QSize sizeHint() const override;
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    // Design, each part in its own function.
+    void createPlan();
+    void createToolbars();
+    void createStatusPanel();
+    void createLocationList();
+    void createLaterPanels();
+    void createImages();
+
+    // Event routines.
+    void Form_Load();
+    void Form_KeyDown(int keyCode, int shift);
+    void tlbCmd_ButtonClick(const QString& key);
+    void tlbWatchFullSurLocation_ButtonClick(const QString& key);
+    void imgBookStand_Click(int index);
+    void imglocation_Click(int index);
+
+    void resetDesign();
+    void showAddress(const QString& rank, const QString& stand, const QString& shelf,
+                     const QString& location);
+    void showAssignedMaterial(const LocationAddress& address);
+    void openStandDetail(qint16 rank, qint16 stand, int index);
+    void openLocationList();
+    void closeLocationList();
+    std::optional<LocationAddress> typedAddress() const;
+    void FiilItemOnLocation(const LocationAddress& address);
+    void markRows();
+
+    AppContext& m_context;
+    StandDetail m_standDetail;
+
+    // State. The data class lives from load to load.
+    std::unique_ptr<clsMagWatch> m_data;
+    std::unique_ptr<MapBuilder> m_map;
+    QString m_aplication;
+    QString m_itemCode;
+    qint16 m_topStand = 0;
+    qint16 m_leftStand = 0;
+    bool m_loaded = false;
+
+    // Controls, owned by their parents.
+    QWidget* m_surface = nullptr;
+    MapCanvas* m_canvas = nullptr;
+    ToolBar* m_tlbCmd = nullptr;
+    ToolBar* m_tlbStatusRefresh = nullptr;
+    ToolBar* m_tlbWatchFullSurLocation = nullptr;
+    QGroupBox* m_frmWatchData = nullptr;
+    QGroupBox* m_frmWathLocationShiftItem = nullptr;
+    QGroupBox* m_frmLookForSur = nullptr;
+    QGroupBox* m_frmAutoRebulidCOnfig = nullptr;
+    QLineEdit* m_txtRank = nullptr;
+    QLineEdit* m_txtStand = nullptr;
+    QLineEdit* m_txtShelf = nullptr;
+    QLineEdit* m_txtLocation = nullptr;
+    QLabel* m_lblObjectClick = nullptr;
+    QLabel* m_lblObjectParam = nullptr;
+    QLabel* m_lblObjectParam2 = nullptr;
+    ListView* m_lstLocationItem = nullptr;
+    QTimer* m_timer1 = nullptr;
+    ImageList m_imgSmall;
+};
+
+}  // namespace regalon

@@ -1,0 +1,188 @@
+// The controls of the window and where they lie. All positions and sizes are twips.
+
+#include "map/MapBackdrop.h"
+#include "map/MapCanvas.h"
+#include "platform/KeyPreview.h"
+#include "platform/ListView.h"
+#include "platform/ToolBar.h"
+#include "platform/Twips.h"
+#include "views/frmMagWatch.h"
+
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QScrollArea>
+#include <QTimer>
+#include <QVBoxLayout>
+
+namespace regalon {
+
+namespace {
+
+// Fits a child window of the main window's fixed size without scroll bars.
+constexpr int kSurfaceWidth = 15210;
+constexpr int kSurfaceHeight = 9630;
+
+// The panels below the hall share one place; only one of them shows at a time.
+constexpr int kPanelLeft = 120;
+constexpr int kPanelTop = 8310;
+constexpr int kPanelWidth = kSurfaceWidth - 240;
+constexpr int kPanelHeight = kSurfaceHeight - kPanelTop - 30;
+
+constexpr int kTimerInterval = 1000;  // milliseconds
+
+QIcon programIcon(const char* name) {
+    return QIcon(QStringLiteral(":/icons/") + QString::fromLatin1(name));
+}
+
+QGroupBox* addFrame(QWidget* parent, const char* name, const QString& caption) {
+    auto* frame = new QGroupBox(caption, parent);
+    frame->setObjectName(QString::fromLatin1(name));
+    frame->setAutoFillBackground(true);
+    return frame;
+}
+
+QLabel* addLabel(QWidget* parent, const char* name, bool bold = false) {
+    auto* label = new QLabel(parent);
+    label->setObjectName(QString::fromLatin1(name));
+    label->setTextFormat(Qt::PlainText);
+    QFont font = label->font();
+    font.setBold(bold);
+    label->setFont(font);
+    return label;
+}
+
+QLineEdit* addNumberBox(QWidget* parent, const char* name, const QString& meaning, int left) {
+    auto* box = new QLineEdit(parent);
+    box->setObjectName(QString::fromLatin1(name));
+    box->setToolTip(meaning);
+    box->setAlignment(Qt::AlignHCenter);
+    place(box, left, 300, 540, 315);
+    return box;
+}
+
+}  // namespace
+
+frmMagWatch::frmMagWatch(AppContext& context, const StandDetail& standDetail, QWidget* parent)
+    : QWidget(parent), m_context(context), m_standDetail(standDetail) {
+    setObjectName(QStringLiteral("frmMagWatch"));
+    setWindowTitle(QStringLiteral("Podgląd magazynu"));
+    setFocusPolicy(Qt::StrongFocus);
+    createImages();
+    createPlan();
+    createToolbars();
+    createStatusPanel();
+    createLocationList();
+    createLaterPanels();
+    auto* keys = new KeyPreview(this, [this](int keyCode, int shift) { Form_KeyDown(keyCode, shift); });
+    keys->claim('W', ShiftMask::Alt);
+}
+
+QSize frmMagWatch::sizeHint() const {
+    return m_surface->size();
+}
+
+void frmMagWatch::createImages() {
+    for (const int number : {40, 42})
+        m_imgSmall.set(number, programIcon(qPrintable(QStringLiteral("img_%1.ico").arg(number))));
+}
+
+void frmMagWatch::createPlan() {
+    m_surface = new QWidget;
+    m_surface->setObjectName(QStringLiteral("surface"));
+    m_surface->setFixedSize(toPixels(kSurfaceWidth), toPixels(kSurfaceHeight));
+    m_canvas = new MapCanvas(kSurfaceWidth, kSurfaceHeight, m_surface);
+    addMapBackdrop(m_surface);
+    connect(m_canvas, &MapCanvas::standClicked, this, &frmMagWatch::imgBookStand_Click);
+    connect(m_canvas, &MapCanvas::locationClicked, this, &frmMagWatch::imglocation_Click);
+
+    auto* scroll = new QScrollArea(this);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setFocusPolicy(Qt::NoFocus);
+    scroll->setWidget(m_surface);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(scroll);
+}
+
+void frmMagWatch::createToolbars() {
+    auto* clbData = new CoolBar(m_surface);
+    clbData->setObjectName(QStringLiteral("clbData"));
+    clbData->setAutoFillBackground(true);
+    place(clbData, 0, 0, kSurfaceWidth, 570);
+
+    m_tlbCmd = new ToolBar;
+    m_tlbCmd->setObjectName(QStringLiteral("tlbCmd"));
+    m_tlbCmd->addButton(QStringLiteral("key_Exit"), QStringLiteral("&Wyjście"), QStringLiteral("Wyjscie"),
+                        programIcon("exit.ico"));
+    m_tlbCmd->addSeparator(QStringLiteral("keySeparator"));
+    m_tlbCmd->addButton(QStringLiteral("key_ReBulid"), QStringLiteral("Odśwież magazyn"), {},
+                        programIcon("refresh.ico"));
+    m_tlbCmd->addButton(QStringLiteral("key_AutoRebulid"), QStringLiteral("Auto odświeżanie "), {},
+                        programIcon("clock.ico"));
+    m_tlbCmd->addButton(QStringLiteral("key_LokkFor"), QStringLiteral("&Znajdź surowiec"), {},
+                        programIcon("find.ico"));
+    clbData->addBand(m_tlbCmd);
+    connect(m_tlbCmd, &ToolBar::buttonClick, this, &frmMagWatch::tlbCmd_ButtonClick);
+
+    m_tlbStatusRefresh = new ToolBar;
+    m_tlbStatusRefresh->setObjectName(QStringLiteral("tlbStatusRefresh"));
+    m_tlbStatusRefresh->addButton(QStringLiteral("key_Time"), QString());
+    // The unit stands beside the seconds and comes and goes with them.
+    QLabel* unit = addLabel(m_tlbStatusRefresh, "Label9");
+    unit->setText(QStringLiteral("[minuta]"));
+    m_tlbStatusRefresh->addWidget(unit);
+    clbData->addBand(m_tlbStatusRefresh);
+}
+
+void frmMagWatch::createStatusPanel() {
+    m_frmWatchData = addFrame(m_surface, "frmWatchData", QStringLiteral("Status czynności"));
+    place(m_frmWatchData, kPanelLeft, kPanelTop, kPanelWidth, kPanelHeight);
+
+    m_lblObjectClick = addLabel(m_frmWatchData, "lblObjectClick", true);
+    place(m_lblObjectClick, 150, 300, 5550, 315);
+    m_txtRank = addNumberBox(m_frmWatchData, "txtRank", QStringLiteral("Rząd"), 5850);
+    m_txtStand = addNumberBox(m_frmWatchData, "txtStand", QStringLiteral("Regał"), 6450);
+    m_txtShelf = addNumberBox(m_frmWatchData, "txtShelf", QStringLiteral("Półka"), 7050);
+    m_txtLocation = addNumberBox(m_frmWatchData, "txtLocation", QStringLiteral("Lokalizacja"), 7650);
+    m_lblObjectParam = addLabel(m_frmWatchData, "lblObjectParam");
+    place(m_lblObjectParam, 150, 615, kPanelWidth - 300, 300);
+    m_lblObjectParam2 = addLabel(m_frmWatchData, "lblObjectParam2");
+    place(m_lblObjectParam2, 150, 930, 5400, 300);
+
+    m_tlbWatchFullSurLocation = new ToolBar(m_frmWatchData);
+    m_tlbWatchFullSurLocation->setObjectName(QStringLiteral("tlbWatchFullSurLocation"));
+    m_tlbWatchFullSurLocation->addButton(QStringLiteral("key_Akcept"),
+                                         QStringLiteral("&Podglad wszytkich surowców na lokalizacji"), {},
+                                         programIcon("list.ico"));
+    m_tlbWatchFullSurLocation->addButton(QStringLiteral("key_Cancel"),
+                                         QStringLiteral("&Zamknij podglad surowców na lokalizacji"), {},
+                                         programIcon("close.ico"));
+    place(m_tlbWatchFullSurLocation, 5550, 885, kPanelWidth - 5700, 375);
+    connect(m_tlbWatchFullSurLocation, &ToolBar::buttonClick, this,
+            &frmMagWatch::tlbWatchFullSurLocation_ButtonClick);
+}
+
+void frmMagWatch::createLocationList() {
+    m_frmWathLocationShiftItem = addFrame(m_surface, "frmWathLocationShiftItem", QString());
+    place(m_frmWathLocationShiftItem, 780, 6000, 13800, 2220);
+    m_lstLocationItem = new ListView(m_frmWathLocationShiftItem);
+    m_lstLocationItem->setObjectName(QStringLiteral("lstLocationItem"));
+    m_lstLocationItem->setSmallIcons(&m_imgSmall);
+    place(m_lstLocationItem, 90, 90, 13620, 2040);
+}
+
+void frmMagWatch::createLaterPanels() {
+    m_frmLookForSur = addFrame(m_surface, "frmLookForSur", QStringLiteral("Wyszukiwanie surowca"));
+    place(m_frmLookForSur, kPanelLeft, kPanelTop, kPanelWidth, kPanelHeight);
+    m_frmLookForSur->hide();
+    m_frmAutoRebulidCOnfig =
+        addFrame(m_surface, "frmAutoRebulidCOnfig", QStringLiteral("Konfiguracja odświeżania magazynu"));
+    place(m_frmAutoRebulidCOnfig, 4800, 1200, 5400, 2400);
+    m_frmAutoRebulidCOnfig->hide();
+    m_timer1 = new QTimer(this);
+    m_timer1->setObjectName(QStringLiteral("Timer1"));
+    m_timer1->setInterval(kTimerInterval);
+}
+
+}  // namespace regalon

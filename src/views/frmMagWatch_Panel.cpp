@@ -1,0 +1,146 @@
+// The lower panel: what is assigned to the location that was clicked, and the list of all its materials.
+
+#include "common/AppContext.h"
+#include "common/ErrorTrap.h"
+#include "common/modListBox.h"
+#include "common/modSQL.h"
+#include "map/LocationName.h"
+#include "map/MapCanvas.h"
+#include "map/RankLetter.h"
+#include "platform/Convert.h"
+#include "platform/ListView.h"
+#include "platform/ToolBar.h"
+#include "views/frmMagWatch.h"
+
+#include <QAction>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+
+#include <array>
+
+namespace regalon {
+
+namespace {
+
+constexpr int kOpenList = 1;
+constexpr int kCloseList = 2;
+constexpr qint16 kMultiItem = 1;
+constexpr qint16 kLpWidth = 700;
+
+// Row icons of the list, by the kind that the procedure gives in the visible column before the last.
+constexpr int kIconOfKindA = 42;
+constexpr int kIconOfKindB = 40;
+
+}  // namespace
+
+void frmMagWatch::imglocation_Click(int index) {
+    WindowTrap("frmMagWatch - imglocation_Click", [&] {
+        const TagFields fields(m_canvas->imglocation()[index].tag());
+        const QString& rank = fields.at(LocationField::Rank);
+        const QString& stand = fields.at(LocationField::Stand);
+        const QString& shelf = fields.at(LocationField::Shelf);
+        const QString& location = fields.at(LocationField::Location);
+        // Also under the open list: this is how the user picks the location that the list is to show next.
+        showAddress(rank, stand, shelf, location);
+        if (!m_frmWathLocationShiftItem->isHidden())
+            return;
+        const LocationAddress address{ToInt16(rank), ToInt16(stand), ToInt16(shelf), ToInt16(location)};
+        m_lblObjectClick->setText(QStringLiteral("Rząd: ") + RankLetter(address.Rank) +
+                                  QStringLiteral(" Regał: ") + stand + QStringLiteral(" Półka: ") + shelf +
+                                  QStringLiteral(" Lokazliacja: ") + location);
+        showAssignedMaterial(address);
+        m_tlbWatchFullSurLocation->button(kCloseList)->setEnabled(false);
+    });
+}
+
+void frmMagWatch::showAssignedMaterial(const LocationAddress& address) {
+    QString itemCode;
+    QString itemName;
+    QString groupName;
+    qint16 group = 0;
+    qint16 status = 0;
+    if (m_data->GetParamLocalization(address.Rank, address.Stand, address.Shelf, address.Location, itemCode,
+                                     itemName, group, groupName, status))
+        m_lblObjectParam->setText(itemCode + QStringLiteral(" - ") + itemName);
+    else
+        m_lblObjectParam->setText(QStringLiteral("Brak przypisanego surowca"));
+    const bool several = group > 0 || status == kMultiItem;
+    m_tlbWatchFullSurLocation->setVisible(several);
+    // With several materials and no group nothing stands behind the words.
+    m_lblObjectParam2->setText(several ? QStringLiteral("Grupa przypisana: ") + groupName : QString());
+}
+
+void frmMagWatch::tlbWatchFullSurLocation_ButtonClick(const QString& key) {
+    WindowTrap("frmMagWatch - tlbWatchFullSurLocation_ButtonClick", [&] {
+        if (key == u"key_Akcept")
+            openLocationList();
+        else if (key == u"key_Cancel")
+            closeLocationList();
+    });
+}
+
+void frmMagWatch::openLocationList() {
+    const std::optional<LocationAddress> address = typedAddress();
+    if (!address)
+        return;
+    FiilItemOnLocation(*address);
+    m_frmWathLocationShiftItem->show();
+    m_tlbWatchFullSurLocation->button(kCloseList)->setEnabled(true);
+    m_tlbWatchFullSurLocation->button(kOpenList)->setEnabled(false);
+}
+
+void frmMagWatch::closeLocationList() {
+    m_frmWathLocationShiftItem->hide();
+    m_tlbWatchFullSurLocation->button(kCloseList)->setEnabled(false);
+    m_tlbWatchFullSurLocation->button(kOpenList)->setEnabled(true);
+}
+
+/// The address in the four text boxes; none unless all four are numbers of at least 1.
+std::optional<LocationAddress> frmMagWatch::typedAddress() const {
+    const std::array<const QLineEdit*, 4> boxes = {m_txtRank, m_txtStand, m_txtShelf, m_txtLocation};
+    for (const QLineEdit* box : boxes) {
+        if (!IsNumeric(box->text()))
+            return std::nullopt;
+    }
+    std::array<qint16, 4> numbers{};
+    for (std::size_t box = 0; box < boxes.size(); ++box) {
+        numbers[box] = ToInt16(boxes[box]->text());
+        if (numbers[box] < 1)
+            return std::nullopt;
+    }
+    return LocationAddress{numbers[0], numbers[1], numbers[2], numbers[3]};
+}
+
+void frmMagWatch::FiilItemOnLocation(const LocationAddress& address) {
+    // Reports under the shift window's name; support knows it so.
+    WindowTrap("frmMagWatchShiftLoc - FiilItemOnLocation", [&] {
+        const auto statement = [&](int phase) {
+            const QLatin1Char comma(',');
+            return QStringLiteral("exec kolv_mag_Watch_Detal_Item_On_Location ") +
+                   SqlNumber(int{address.Rank}) + comma + SqlNumber(int{address.Stand}) + comma +
+                   SqlNumber(int{address.Shelf}) + comma + SqlNumber(int{address.Location}) + comma +
+                   SqlText(QString::number(m_context.UserSign)) + comma + SqlText(m_aplication) + comma +
+                   SqlNumber(phase);
+        };
+        m_data->EcexProcedure(statement(0));
+        FilleListView(m_context, *m_lstLocationItem, statement(1), QString(), true, true, true, true,
+                      kLpWidth);
+        m_lstLocationItem->setSorted(true);
+        m_lstLocationItem->setSortKey(0);
+        markRows();
+    });
+}
+
+void frmMagWatch::markRows() {
+    for (int row = 1; row <= m_lstLocationItem->itemCount(); ++row) {
+        ListItem* item = m_lstLocationItem->item(row);
+        const QString kind = item->subItem(m_lstLocationItem->headerCount() - 2);
+        if (kind == u"A")
+            item->setSmallIcon(kIconOfKindA);
+        else if (kind == u"B")
+            item->setSmallIcon(kIconOfKindB);
+    }
+}
+
+}  // namespace regalon

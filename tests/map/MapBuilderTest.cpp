@@ -1,0 +1,421 @@
+#include "map/MapBuilder.h"
+#include "map/MapCanvas.h"
+#include "map/MapWarehouse.h"
+#include "map/clsMagWatch.h"
+#include "platform/MsgBox.h"
+
+#include <QFile>
+
+#include <gtest/gtest.h>
+
+namespace regalon {
+namespace {
+
+using test::LocalWarehouse;
+using test::MapWarehouse;
+using test::windowMessage;
+
+const QString kStandsText = QStringLiteral(
+    "select ID,Rank,Stand,StandName,StandIcon,ShelfCount,StandLeft,StandTop,StandVisable,StandEnable,"
+    "StandFrameArround  from kolv_mag_Stand order by Rank,Stand");
+const QString kIconsText = QStringLiteral(
+    " select LocationName,LocationIcon,ISNULL(B.StatLocation_cmb,0) as StatusLocation from kolv_mag_Location "
+    "A(nolock)  left join kolv_mag_Location_Item B(nolock) ON A.Rank = B.Rank AND A.Stand = B.Stand AND "
+    "A.Shelf = "
+    "B.Shelf AND A.Location = B.Location  order by A.Rank,A.Stand,A.Shelf,A.Location");
+const QString kTooMany = QStringLiteral(
+    "Błąd zapisu lokalizacji. Za duzo lokalizacji zdefiniowanych w magazynie dopuszczalna liczba lokalizacji "
+    "750 "
+    "!!!");
+
+QString shelvesText(int rank, int stand) {
+    return QStringLiteral(
+               "select Shelf,count(*) as LocationCount from kolv_mag_Location where Rank = %1 AND Stand = "
+               "%2 group by Shelf order by Shelf")
+        .arg(rank)
+        .arg(stand);
+}
+
+/// A plan on a warehouse that a test fills itself.
+class MapBuild : public testing::Test {
+protected:
+    explicit MapBuild(LocalWarehouse::Content content = LocalWarehouse::Content::Empty)
+        : warehouse(content) {}
+
+    void SetUp() override {
+        ASSERT_TRUE(warehouse.start()) << qPrintable(warehouse.why());
+        data = std::make_unique<clsMagWatch>(warehouse.context);
+        builder = std::make_unique<MapBuilder>(warehouse.context, canvas, *data,
+                                               MapReportNames::of(QStringLiteral("frmMagWatch")));
+        builder->setIconFolder(warehouse.context.PathBitmapMagSur);
+    }
+
+    PictureItem& stand(int index) { return canvas.imgBookStand()[index]; }
+    PictureItem& location(int index) { return canvas.imglocation()[index]; }
+    LineItem& line(int index) { return canvas.lnnFrameBookStand()[index]; }
+    QString picture(int index) { return location(index).picturePath().section(QLatin1Char('\\'), -1); }
+
+    static void expectLine(const LineItem& line, int x1, int y1, int x2, int y2) {
+        EXPECT_EQ(line.x1(), x1);
+        EXPECT_EQ(line.y1(), y1);
+        EXPECT_EQ(line.x2(), x2);
+        EXPECT_EQ(line.y2(), y2);
+        EXPECT_TRUE(line.isVisible());
+    }
+
+    MapWarehouse warehouse;
+    MsgBoxRecorder messages;
+    MapCanvas canvas{15210, 9375};
+    std::unique_ptr<clsMagWatch> data;
+    std::unique_ptr<MapBuilder> builder;
+};
+
+TEST_F(MapBuild, WithoutStandsNothingIsBuiltAndThreeEmptyTextsAreSaved) {
+    EXPECT_FALSE(builder->WathStore(true));
+    EXPECT_EQ(warehouse.batches(), QStringList(kStandsText));
+    const auto calls = warehouse.calls(QStringLiteral("kolv_mag_SaveLocationIDTab"));
+    ASSERT_EQ(calls.size(), 1);
+    for (const QString& name : {QStringLiteral("@LocationName_1="), QStringLiteral("@LocationName_2="),
+                                QStringLiteral("@LocationName_3=")})
+        EXPECT_TRUE(calls.first().contains(name)) << qPrintable(calls.first().join(QLatin1Char('|')));
+    EXPECT_EQ(messages.count(), 0);
+}
+
+TEST_F(MapBuild, WithoutStandsTheIconsAreNotRead) {
+    builder->RefreschWatchStore();
+    EXPECT_FALSE(warehouse.batches().contains(kIconsText));
+    EXPECT_EQ(canvas.imglocation().Count(), 1);
+}
+
+TEST_F(MapBuild, SendsOneReadForAllStandsOneForEachAndOneForTheIcons) {
+    ASSERT_TRUE(warehouse.addStand(1, 1, 1, QStringLiteral("3")));
+    ASSERT_TRUE(warehouse.addStand(2, 7, 1, QStringLiteral("1"), 5000));
+    builder->RefreschWatchStore();
+    EXPECT_EQ(warehouse.batches(),
+              QStringList({kStandsText, shelvesText(1, 1), shelvesText(2, 7), kIconsText}));
+}
+
+TEST_F(MapBuild, AStandIsDrawnTwipForTwip) {
+    ASSERT_TRUE(warehouse.addStand(1, 3, 4, QStringLiteral("1232"), 3000, 4000));
+    EXPECT_TRUE(builder->WathStore(true));
+    ASSERT_EQ(canvas.imgBookStand().Count(), 2);
+    EXPECT_EQ(stand(1).left(), 3000);
+    EXPECT_EQ(stand(1).top(), 4000);
+    EXPECT_TRUE(stand(1).isVisible());
+    EXPECT_EQ(stand(1).tag(), QStringLiteral("R_1_3_"));
+    EXPECT_TRUE(stand(1).picturePath().endsWith(QStringLiteral("\\Ikony\\Reg.ico")));
+
+    struct Expected {
+        int left, top;
+        const char* tag;
+        const char* picture;
+    };
+    const QList<Expected> expected = {
+        {3000, 3785, "1_3_1_1_LC_2", "xxx.ico"}, {3000, 3600, "1_3_2_1_LA_3", "x.ico"},
+        {3205, 3600, "1_3_2_2_LB_4", "xx.ico"},  {3000, 3420, "1_3_3_1_LA_5", "x.ico"},
+        {3205, 3420, "1_3_3_2_LA_6", "x.ico"},   {3415, 3420, "1_3_3_3_LA_7", "x.ico"},
+        {3000, 3235, "1_3_4_1_LA_8", "x.ico"},   {3205, 3235, "1_3_4_2_LB_9", "xx.ico"}};
+    ASSERT_EQ(canvas.imglocation().Count(), expected.size() + 1);
+    for (int index = 1; index <= expected.size(); ++index) {
+        const Expected& icon = expected.at(index - 1);
+        EXPECT_EQ(location(index).left(), icon.left) << index;
+        EXPECT_EQ(location(index).top(), icon.top) << index;
+        EXPECT_EQ(location(index).tag(), QString::fromLatin1(icon.tag));
+        EXPECT_EQ(picture(index), QString::fromLatin1(icon.picture));
+        EXPECT_TRUE(location(index).isVisible());
+    }
+    ASSERT_EQ(canvas.lnnFrameBookStand().Count(), 5);
+    expectLine(line(1), 2980, 4290, 3635, 4290);
+    expectLine(line(2), 2975, 3210, 3645, 3210);
+    expectLine(line(3), 2975, 4290, 2975, 3200);
+    expectLine(line(4), 3635, 4290, 3635, 3200);
+    EXPECT_EQ(messages.count(), 0) << qPrintable(messages.last().Text);
+}
+
+TEST_F(MapBuild, IconsHaveTheSizeOfTheirPicture) {
+    ASSERT_TRUE(warehouse.addStand(1, 1, 2, QStringLiteral("12")));
+    ASSERT_TRUE(builder->WathStore(true));
+    EXPECT_EQ(stand(1).width(), 615);
+    EXPECT_EQ(stand(1).height(), 270);
+    EXPECT_EQ(location(1).width(), 615);
+    EXPECT_EQ(location(1).height(), 165);
+    EXPECT_EQ(location(2).width(), 195);
+    EXPECT_EQ(location(3).width(), 405);
+}
+
+TEST_F(MapBuild, AStandWithoutShelvesIsItsImageAndItsFrame) {
+    ASSERT_TRUE(warehouse.addStand(5, 6, 0, QString(), 650, 5390));
+    EXPECT_TRUE(builder->WathStore(true));
+    EXPECT_EQ(canvas.imgBookStand().Count(), 2);
+    EXPECT_EQ(canvas.imglocation().Count(), 1);
+    ASSERT_EQ(canvas.lnnFrameBookStand().Count(), 5);
+    expectLine(line(2), 625, 5390 - 110, 1295, 5390 - 110);
+    expectLine(line(3), 625, 5680, 625, 5390 - 120);
+}
+
+TEST_F(MapBuild, AShelfWithoutRowsHasNoIconsButItsPlaceInTheFrame) {
+    ASSERT_TRUE(warehouse.addStand(1, 1, 2, QStringLiteral("2"), 3000, 4000));
+    EXPECT_TRUE(builder->WathStore(true));
+    EXPECT_EQ(canvas.imglocation().Count(), 3);
+    expectLine(line(2), 2975, 4000 - 440, 3645, 4000 - 440);
+}
+
+TEST_F(MapBuild, FlagsOfAStandChangeNothing) {
+    ASSERT_TRUE(warehouse.addStand(1, 1, 1, QStringLiteral("1")));
+    ASSERT_TRUE(warehouse.run({QStringLiteral(
+        "update kolv_mag_Stand set StandVisable = N'N', StandEnable = N'N', StandFrameArround = N'N'")}));
+    EXPECT_TRUE(builder->WathStore(true));
+    EXPECT_TRUE(stand(1).isVisible());
+    EXPECT_EQ(canvas.lnnFrameBookStand().Count(), 5);
+    EXPECT_TRUE(line(1).isVisible());
+}
+
+TEST_F(MapBuild, TwoStandsAtOnePlaceAreBothDrawn) {
+    ASSERT_TRUE(warehouse.addStand(1, 1, 1, QStringLiteral("1")));
+    ASSERT_TRUE(warehouse.addStand(1, 2, 1, QStringLiteral("1")));
+    EXPECT_TRUE(builder->WathStore(true));
+    ASSERT_EQ(canvas.imgBookStand().Count(), 3);
+    EXPECT_EQ(stand(1).left(), stand(2).left());
+    EXPECT_EQ(location(2).tag(), QStringLiteral("1_2_1_1_LC_3"));
+    EXPECT_EQ(messages.count(), 0);
+}
+
+TEST_F(MapBuild, NullColumnsOfAStandReadAsEmptyAndZero) {
+    ASSERT_TRUE(warehouse.run({QStringLiteral("insert into kolv_mag_Stand (Rank,Stand) values (1,1)")}));
+    EXPECT_TRUE(builder->WathStore(true));
+    ASSERT_EQ(canvas.imgBookStand().Count(), 2);
+    EXPECT_EQ(stand(1).left(), 0);
+    EXPECT_EQ(stand(1).top(), 0);
+    EXPECT_EQ(stand(1).tag(), QStringLiteral("R_1_1_"));
+    EXPECT_EQ(messages.count(), 0);
+}
+
+TEST_F(MapBuild, ShelvesOutside1To4AreNotCounted) {
+    ASSERT_TRUE(warehouse.addStand(1, 1, 1, QStringLiteral("1")));
+    ASSERT_TRUE(warehouse.run({QStringLiteral(
+        "insert into kolv_mag_Location (Rank,Stand,Shelf,Location) values (1,1,5,1),(1,1,0,1),(1,1,-1,1)")}));
+    EXPECT_TRUE(builder->WathStore(true));
+    EXPECT_EQ(canvas.imglocation().Count(), 2);
+}
+
+TEST_F(MapBuild, ShelvesAboveTheFourthRepeatItsCountAndGetNoTop) {
+    ASSERT_TRUE(warehouse.addStand(1, 1, 6, QStringLiteral("1112"), 3000, 4000));
+    EXPECT_TRUE(builder->WathStore(true));
+    ASSERT_EQ(canvas.imglocation().Count(), 1 + 3 + 2 + 2 + 2);
+    EXPECT_EQ(location(6).tag(), QStringLiteral("1_1_5_1_LA_7"));
+    EXPECT_EQ(location(6).top(), location(0).top());
+    EXPECT_EQ(location(6).left(), 3000);
+    EXPECT_EQ(location(9).tag(), QStringLiteral("1_1_6_2_LB_10"));
+    expectLine(line(1), 2980, 4290, 3635, 4290);
+    expectLine(line(2), 2975, 10320, 3645, 11070);
+    expectLine(line(3), 2975, 10320, 2975, 11070);
+    expectLine(line(4), 3635, 10320, 3635, 11070);
+}
+
+TEST_F(MapBuild, AnOddCountTakesTheFamilyOfTheIconBeforeAcrossStands) {
+    ASSERT_TRUE(warehouse.addStand(1, 1, 1, QStringLiteral("4")));
+    ASSERT_TRUE(warehouse.addStand(1, 2, 1, QStringLiteral("2"), 5000));
+    ASSERT_TRUE(warehouse.addStand(1, 3, 1, QStringLiteral("4"), 7000));
+    EXPECT_TRUE(builder->WathStore(true));
+    ASSERT_EQ(canvas.imglocation().Count(), 11);
+    EXPECT_EQ(location(1).tag(), QStringLiteral("1_1_1_1__2"));
+    EXPECT_EQ(location(1).picturePath(), QString());
+    EXPECT_EQ(location(7).tag(), QStringLiteral("1_3_1_1_LB_8"));
+    EXPECT_EQ(location(7).picturePath(), QString());
+}
+
+TEST_F(MapBuild, TheFamilyOfAnOddCountStartsEmptyInEachBuild) {
+    ASSERT_TRUE(warehouse.addStand(1, 1, 1, QStringLiteral("4")));
+    ASSERT_TRUE(warehouse.addStand(1, 2, 1, QStringLiteral("1"), 5000));
+    for (int build = 0; build < 2; ++build) {
+        builder->KillBookStand(canvas.imgBookStand(), canvas.imglocation(), canvas.lnnFrameBookStand());
+        EXPECT_TRUE(builder->WathStore(true));
+        EXPECT_EQ(location(1).tag(), QStringLiteral("1_1_1_1__2"));
+    }
+}
+
+TEST_F(MapBuild, WithoutNamesNothingIsTaggedAndNothingSaved) {
+    ASSERT_TRUE(warehouse.addStand(1, 1, 1, QStringLiteral("2")));
+    EXPECT_TRUE(builder->WathStore(false));
+    EXPECT_EQ(stand(1).tag(), QString());
+    EXPECT_EQ(location(1).tag(), QString());
+    EXPECT_TRUE(warehouse.calls(QStringLiteral("kolv_mag_SaveLocationIDTab")).isEmpty());
+}
+
+TEST_F(MapBuild, KillBookStandLeavesTheTemplatesAlone) {
+    ASSERT_TRUE(warehouse.addStand(1, 1, 1, QStringLiteral("2")));
+    ASSERT_TRUE(builder->WathStore(true));
+    builder->KillBookStand(canvas.imgBookStand(), canvas.imglocation(), canvas.lnnFrameBookStand());
+    EXPECT_EQ(canvas.imgBookStand().Count(), 1);
+    EXPECT_EQ(canvas.imglocation().Count(), 1);
+    EXPECT_EQ(canvas.lnnFrameBookStand().Count(), 1);
+    EXPECT_FALSE(stand(0).isVisible());
+    // Six templates and six walls.
+    EXPECT_EQ(canvas.scene()->items().size(), 12);
+}
+
+TEST_F(MapBuild, SavesAllNamesInOneCall) {
+    ASSERT_TRUE(warehouse.addStand(2, 5, 1, QStringLiteral("3")));
+    ASSERT_TRUE(builder->WathStore(true));
+    const auto calls = warehouse.calls(QStringLiteral("kolv_mag_SaveLocationIDTab"));
+    ASSERT_EQ(calls.size(), 1);
+    EXPECT_TRUE(
+        calls.first().contains(QStringLiteral("@LocationName_1=2_5_1_1_LA_2,2_5_1_2_LA_3,2_5_1_3_LA_4")));
+    EXPECT_EQ(warehouse.value(QStringLiteral(
+                  "select LocationName from kolv_mag_Location where Rank = 2 and Location = 3")),
+              QStringLiteral("2_5_1_3_LA_4"));
+}
+
+TEST_F(MapBuild, ARefusedSaveShowsTheProceduresMessageAndKeepsThePlan) {
+    ASSERT_TRUE(warehouse.addStand(1, 1, 1, QStringLiteral("2")));
+    ASSERT_TRUE(warehouse.run(
+        {QStringLiteral("drop procedure kolv_mag_SaveLocationIDTab"),
+         QStringLiteral(
+             "create procedure kolv_mag_SaveLocationIDTab @LocationName_1 nvarchar(4000), @LocationName_2 "
+             "nvarchar(4000), @LocationName_3 nvarchar(4000), @ErrDesc nvarchar(250) output as begin "
+             "set @ErrDesc = N'Zapis nazw wstrzymany'; return 1; end")}));
+    EXPECT_TRUE(builder->WathStore(true));
+    ASSERT_EQ(messages.count(), 1);
+    EXPECT_EQ(messages.last().Text, QStringLiteral("Zapis nazw wstrzymany"));
+    EXPECT_EQ(messages.last().Title, QStringLiteral("Komunikat"));
+    EXPECT_EQ(messages.last().Flags, MsgFlag::Information);
+    EXPECT_EQ(canvas.imglocation().Count(), 3);
+    EXPECT_EQ(warehouse.value(QStringLiteral("select max(LocationName) from kolv_mag_Location")),
+              QStringLiteral("NULL"));
+}
+
+/// 84 stands of row 10 with three locations each: 252 names, of which each of the first 251 has 14 characters
+/// or more.
+class MapBuildOfLongNames : public MapBuild {
+protected:
+    void addStands(int firstStand, int count) {
+        QStringList stands;
+        QStringList locations;
+        for (int number = firstStand; number < firstStand + count; ++number) {
+            stands.append(QStringLiteral("(10,%1,1,3000,4000)").arg(number));
+            for (int place = 1; place <= 3; ++place)
+                locations.append(QStringLiteral("(10,%1,1,%2)").arg(number).arg(place));
+        }
+        ASSERT_TRUE(warehouse.run(
+            {QStringLiteral("insert into kolv_mag_Stand (Rank,Stand,ShelfCount,StandLeft,StandTop) values ") +
+                 stands.join(QLatin1Char(',')),
+             QStringLiteral("insert into kolv_mag_Location (Rank,Stand,Shelf,Location) values ") +
+                 locations.join(QLatin1Char(','))}))
+            << qPrintable(warehouse.why());
+    }
+};
+
+TEST_F(MapBuildOfLongNames, TooLongABatchShowsTheLimitAndSavesNothing) {
+    // 10_1001_1_1_LA_2 and longer: 251 of them pass 4000 characters, though only 252 locations exist.
+    addStands(1001, 84);
+    EXPECT_TRUE(builder->WathStore(true));
+    ASSERT_EQ(messages.count(), 1);
+    EXPECT_EQ(messages.last().Text, kTooMany);
+    EXPECT_EQ(messages.last().Title, QStringLiteral("Komunikat"));
+    EXPECT_EQ(messages.last().Flags, MsgFlag::Information);
+    EXPECT_TRUE(warehouse.calls(QStringLiteral("kolv_mag_SaveLocationIDTab")).isEmpty());
+    EXPECT_EQ(canvas.imglocation().Count(), 253);
+    EXPECT_EQ(warehouse.value(QStringLiteral("select count(LocationName) from kolv_mag_Location")),
+              QStringLiteral("0"));
+}
+
+TEST_F(MapBuildOfLongNames, NamesGoOnIntoTheSecondBatch) {
+    addStands(1, 84);
+    EXPECT_TRUE(builder->WathStore(true));
+    EXPECT_EQ(messages.count(), 0) << qPrintable(messages.last().Text);
+    const auto calls = warehouse.calls(QStringLiteral("kolv_mag_SaveLocationIDTab"));
+    ASSERT_EQ(calls.size(), 1);
+    EXPECT_TRUE(calls.first().contains(QStringLiteral("@LocationName_2=10_84_1_3_LA_253")));
+    EXPECT_EQ(warehouse.value(QStringLiteral("select count(LocationName) from kolv_mag_Location")),
+              QStringLiteral("252"));
+}
+
+TEST_F(MapBuild, AMissingIconIsReportedAndTheNextStandGoesOn) {
+    ASSERT_TRUE(warehouse.addStand(1, 1, 1, QStringLiteral("1"), 3000, 4000, QStringLiteral("brak.ico")));
+    ASSERT_TRUE(warehouse.addStand(1, 2, 1, QStringLiteral("1"), 5000, 4000));
+    EXPECT_TRUE(builder->WathStore(true));
+    ASSERT_EQ(messages.count(), 1);
+    EXPECT_EQ(messages.last().Title, QStringLiteral("frmMagWatch - GenerateBookstand"));
+    EXPECT_EQ(messages.last().Flags, 4112);
+    EXPECT_EQ(messages.last().Text, windowMessage(53));
+    // What was loaded of the failed stand stays, without a Tag and without frame.
+    ASSERT_EQ(canvas.imgBookStand().Count(), 3);
+    EXPECT_EQ(stand(1).left(), 3000);
+    EXPECT_EQ(stand(1).tag(), QString());
+    EXPECT_EQ(canvas.imglocation().Count(), 2);
+    EXPECT_EQ(location(1).tag(), QStringLiteral("1_2_1_1_LC_2"));
+    EXPECT_EQ(canvas.lnnFrameBookStand().Count(), 5);
+}
+
+TEST_F(MapBuild, ABrokenIconIsReportedAndGivesFalseForThatStand) {
+    ASSERT_TRUE(warehouse.useOwnIcons());
+    builder->setIconFolder(warehouse.context.PathBitmapMagSur);
+    QFile broken(warehouse.ownIcon(QStringLiteral("zepsuta.ico")));
+    ASSERT_TRUE(broken.open(QIODevice::WriteOnly));
+    broken.write("this is no picture");
+    broken.close();
+    ASSERT_TRUE(warehouse.addStand(1, 1, 1, QStringLiteral("1"), 3000, 4000, QStringLiteral("zepsuta.ico")));
+    EXPECT_FALSE(builder->WathStore(true));
+    ASSERT_EQ(messages.count(), 1);
+    EXPECT_EQ(messages.last().Text, windowMessage(481));
+    EXPECT_EQ(messages.last().Title, QStringLiteral("frmMagWatch - GenerateBookstand"));
+}
+
+TEST_F(MapBuild, AMissingFirstLookLeavesTheTaggedIconOnThePlan) {
+    ASSERT_TRUE(warehouse.useOwnIcons());
+    builder->setIconFolder(warehouse.context.PathBitmapMagSur);
+    ASSERT_TRUE(QFile::remove(warehouse.ownIcon(QStringLiteral("xx.ico"))));
+    ASSERT_TRUE(warehouse.addStand(1, 1, 1, QStringLiteral("2")));
+    EXPECT_FALSE(builder->WathStore(true));
+    ASSERT_EQ(messages.count(), 1);
+    ASSERT_EQ(canvas.imglocation().Count(), 3);
+    EXPECT_EQ(location(2).tag(), QStringLiteral("1_1_1_2_LB_3"));
+    EXPECT_EQ(canvas.lnnFrameBookStand().Count(), 1);
+    // The name was taken into the batch before the picture failed.
+    EXPECT_TRUE(warehouse.calls(QStringLiteral("kolv_mag_SaveLocationIDTab"))
+                    .value(0)
+                    .contains(QStringLiteral("@LocationName_1=1_1_1_1_LA_2,1_1_1_2_LB_3")));
+}
+
+TEST_F(MapBuild, AnOddPositionOfAStandOverflowsIntoItsOwnMessage) {
+    ASSERT_TRUE(warehouse.addStand(1, 1, 1, QStringLiteral("1"), 3000, -2147483648 + 100));
+    ASSERT_TRUE(warehouse.addStand(1, 2, 0, QString()));
+    EXPECT_TRUE(builder->WathStore(true));
+    ASSERT_EQ(messages.count(), 1);
+    EXPECT_EQ(messages.last().Text, windowMessage(6));
+    EXPECT_EQ(canvas.imgBookStand().Count(), 3);
+}
+
+TEST_F(MapBuild, ADeadServerIsReportedByWathStoreAndTheIconsAreSkipped) {
+    ASSERT_TRUE(warehouse.addStand(1, 1, 1, QStringLiteral("1")));
+    warehouse.server.kill();
+    builder->RefreschWatchStore();
+    ASSERT_EQ(messages.count(), 1);
+    EXPECT_EQ(messages.last().Title, QStringLiteral("frmMagWatch - WathStore"));
+    EXPECT_EQ(messages.last().Flags, 4112);
+}
+
+TEST_F(MapBuild, WithoutAConnectionWathStoreReportsThatNoObjectIsSet) {
+    warehouse.context.ConnMain.reset();
+    warehouse.context.ErrorService.reset();
+    EXPECT_FALSE(builder->WathStore(true));
+    ASSERT_EQ(messages.count(), 1);
+    EXPECT_EQ(messages.last().Title, QStringLiteral("frmMagWatch - WathStore"));
+    EXPECT_EQ(messages.last().Text, windowMessage(91));
+}
+
+TEST(MapReportNames, CarryTheirOwnWindowButInTheEditorTheViews) {
+    const MapReportNames shift = MapReportNames::of(QStringLiteral("frmMagWatchShiftLoc"));
+    EXPECT_EQ(shift.WathStore, QStringLiteral("frmMagWatchShiftLoc - WathStore"));
+    EXPECT_EQ(shift.GenerateBookstandLineAround,
+              QStringLiteral("frmMagCreate - GenerateBookstandLineAround"));
+    const MapReportNames editor = MapReportNames::of(QStringLiteral("frmMagCreate"));
+    EXPECT_EQ(editor.WathStore, QStringLiteral("frmMagWatch - WathStore"));
+    EXPECT_EQ(editor.ChangeIconLocation, QStringLiteral("frmMagWatch - ChangeIconLocation"));
+    EXPECT_EQ(editor.GenerateBookstand, QStringLiteral("frmMagWatch - GenerateBookstand"));
+    EXPECT_EQ(editor.KillBookStand, QStringLiteral("frmMagCreate - KillBookStand"));
+    EXPECT_EQ(editor.RebulidMag, QStringLiteral("frmMagCreate - RebulidMag"));
+}
+
+}  // namespace
+}  // namespace regalon
