@@ -1,0 +1,157 @@
+// The connection test against a real server: each message by its real cause.
+#include "common/DbErrors.h"
+#include "shell/ConnectionFile.h"
+#include "shell/ShellFixture.h"
+#include "shell/modConnection.h"
+
+#include <QFile>
+
+namespace regalon::test {
+namespace {
+
+const QString file = QStringLiteral("C:\\Regalon\\connect.txt");
+const QString noServerText = QStringLiteral(
+    "Serwer nie jest dostępny.\r\nNależy sprawdzić czy serwer został uruchomiony lub czy masz dostęp do "
+    "zasobu "
+    "sieciowego Kolvestra.");
+
+class Login : public WarehouseFixture {
+protected:
+    bool logIn(const ConnectionSettings& settings) {
+        ConnectionFile::write(file, settings);
+        return logIn();
+    }
+    bool logIn() {
+        context.ConnectionFilePath = file;
+        return TestConnection(context);
+    }
+    void expectNoServer() {
+        ASSERT_EQ(messages.count(), 1);
+        EXPECT_EQ(messages.last().Text, noServerText);
+        EXPECT_EQ(messages.last().Title, QStringLiteral("Błąd logowania"));
+        EXPECT_EQ(messages.last().Flags, 48);
+        expectNoConnection();
+    }
+    void expectRefused() {
+        ASSERT_EQ(messages.count(), 1);
+        EXPECT_EQ(messages.last().Text,
+                  QStringLiteral("Podany login jest nieprawidłowy lub serwer jest nie dostępny."));
+        EXPECT_EQ(messages.last().Title, QStringLiteral("Logowanie..."));
+        EXPECT_EQ(messages.last().Flags, 48);
+        expectNoConnection();
+    }
+    void expectNoConnection() {
+        EXPECT_EQ(context.ConnMain, nullptr);
+        EXPECT_EQ(context.ConnClient, nullptr);
+    }
+};
+
+TEST_F(Login, OpensBothConnections) {
+    EXPECT_TRUE(logIn());
+    EXPECT_EQ(messages.count(), 0);
+    ASSERT_NE(context.ConnMain, nullptr);
+    ASSERT_NE(context.ConnClient, nullptr);
+    EXPECT_EQ(context.ConnMain->State(), 1);
+    EXPECT_EQ(context.ConnClient->State(), 1);
+    EXPECT_EQ(context.ConnMain->ConnectionTimeout(), 30);
+    EXPECT_EQ(context.ConnClient->ConnectionTimeout(), 30);
+    EXPECT_EQ(context.ConnMain->ConnectionString(),
+              QStringLiteral("Provider=SQLOLEDB.1;Password=Magazyn-2024;Persist Security Info=False;User ID= "
+                             "regalon;Initial Catalog= MAGAZYN;Data Source=") +
+                  warehouse.server());
+    EXPECT_EQ(context.ConnClient->ConnectionString(), context.ConnMain->ConnectionString());
+}
+
+TEST_F(Login, WithoutAServerSaysThatTheServerIsNotThere) {
+    warehouse.kill();
+    EXPECT_FALSE(logIn());
+    expectNoServer();
+}
+
+TEST_F(Login, WithAWrongPortSaysThatTheServerIsNotThere) {
+    ConnectionSettings settings = settingsOf(warehouse);
+    settings.Server = QStringLiteral("127.0.0.1,1");
+    EXPECT_FALSE(logIn(settings));
+    expectNoServer();
+}
+
+TEST_F(Login, WithAnUnknownServerNameSaysThatTheServerIsNotThere) {
+    ConnectionSettings settings = settingsOf(warehouse);
+    settings.Server = QStringLiteral("no-such-host.invalid");
+    EXPECT_FALSE(logIn(settings));
+    expectNoServer();
+}
+
+TEST_F(Login, WithAWrongPasswordSaysThatTheLoginIsWrong) {
+    ConnectionSettings settings = settingsOf(warehouse);
+    settings.Haslo = QStringLiteral("inne");
+    EXPECT_FALSE(logIn(settings));
+    expectRefused();
+}
+
+TEST_F(Login, WithAnUnknownUserSaysThatTheLoginIsWrong) {
+    ConnectionSettings settings = settingsOf(warehouse);
+    settings.Login = QStringLiteral("nikt");
+    EXPECT_FALSE(logIn(settings));
+    expectRefused();
+}
+
+TEST_F(Login, WithAnUnknownDatabaseShowsNumberAndTextOfTheServer) {
+    ConnectionSettings settings = settingsOf(warehouse);
+    settings.Baza = QStringLiteral("NIEMA");
+    EXPECT_FALSE(logIn(settings));
+    ASSERT_EQ(messages.count(), 1);
+    const MsgBoxRecorder::Message message = messages.last();
+    EXPECT_EQ(message.Title, QStringLiteral("frmLogin: Sub cmdOK_Click"));
+    EXPECT_EQ(message.Flags, 48);
+    EXPECT_TRUE(message.Text.startsWith(QString::number(DbError::Statement) + u' '))
+        << qPrintable(message.Text);
+    EXPECT_TRUE(message.Text.contains(QStringLiteral("NIEMA"))) << qPrintable(message.Text);
+    EXPECT_TRUE(
+        message.Text.endsWith(QStringLiteral("\nBłąd wystąpił podczas operacji logowania się do serwera")));
+    EXPECT_FALSE(message.Text.contains(u'\r'));
+    expectNoConnection();
+}
+
+TEST_F(Login, WithAMissingFileFailsWithOneMessage) {
+    ASSERT_TRUE(QFile::remove(inRegalon(QStringLiteral("connect.txt"))));
+    EXPECT_FALSE(logIn());
+    EXPECT_EQ(messages.count(), 1);
+    expectNoConnection();
+}
+
+TEST_F(Login, WithAGarbageFileFailsWithOneMessage) {
+    QFile garbage(inRegalon(QStringLiteral("connect.txt")));
+    ASSERT_TRUE(garbage.open(QIODevice::WriteOnly));
+    garbage.write(QByteArray(3000, '\x80'));
+    garbage.close();
+    EXPECT_FALSE(logIn());
+    EXPECT_EQ(messages.count(), 1);
+    expectNoConnection();
+}
+
+TEST_F(Login, TakesNoValueThatBreaksOutOfTheConnectionString) {
+    ConnectionSettings settings = settingsOf(warehouse);
+    settings.Haslo = QStringLiteral("x\";Data Source=elsewhere");
+    ErrorRecord error;
+    EXPECT_NE(OpenConnections(context, settings.Server, settings.Baza, settings.Login, settings.Haslo, error),
+              0);
+    EXPECT_EQ(messages.count(), 0);
+}
+
+TEST_F(Login, ClosesBothConnections) {
+    ASSERT_TRUE(logIn());
+    EXPECT_FALSE(CloseConnections(context));
+    expectNoConnection();
+    EXPECT_FALSE(CloseConnections(context));
+}
+
+TEST_F(Login, ClosesBothConnectionsAfterTheServerHasGone) {
+    ASSERT_TRUE(logIn());
+    warehouse.kill();
+    CloseConnections(context);
+    expectNoConnection();
+}
+
+}  // namespace
+}  // namespace regalon::test
