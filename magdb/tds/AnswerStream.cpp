@@ -71,6 +71,10 @@ void AnswerStream::procedureDone(std::int32_t status) {
 }
 
 void AnswerStream::endBatch() {
+    // A second ending would be read as the answer to the next request.
+    if (ended_) {
+        return;
+    }
     // A done token of a procedure's statement cannot be the last one of a message.
     if (held_ && held_->kind != DoneKind::InProcedure && !errorSinceDone_) {
         release(0);
@@ -94,6 +98,7 @@ void AnswerStream::endCall(const CallOutcome& outcome, const std::vector<CallPar
                                              (last ? 0 : doneMore));
     tokens().done(done);
     errorSinceDone_ = false;
+    ended_ = last;
 }
 
 std::vector<std::uint16_t> outputPlaces(const std::vector<CallParameter>& parameters) {

@@ -31,7 +31,7 @@ public:
     /// For tokens that only the connection writes.
     TokenWriter& tokens();
 
-    /// Ends a batch. The message still has to be finished.
+    /// Ends a batch; does nothing behind the last call. The message still has to be finished.
     void endBatch();
     /// Ends a call that was made with these parameters. last: no further call follows in this message.
     void endCall(const CallOutcome& outcome, const std::vector<CallParameter>& parameters, bool last);
@@ -46,6 +46,7 @@ private:
     std::vector<ResultColumn> columns_;
     std::optional<Done> held_;
     bool errorSinceDone_ = false;
+    bool ended_ = false;  ///< the last call has written the last token
 };
 
 /// The parameters of a call that come back, as places in the call.
