@@ -21,7 +21,7 @@ namespace {
 
 // Fits a child window of the main window's fixed size without scroll bars.
 constexpr int kSurfaceWidth = 15210;
-constexpr int kSurfaceHeight = 9630;
+constexpr int kSurfaceHeight = 9720;
 
 // The panels below the hall share one place; only one of them shows at a time.
 constexpr int kPanelLeft = 120;
@@ -146,9 +146,9 @@ void frmMagWatch::createStatusPanel() {
     m_txtShelf = addNumberBox(m_frmWatchData, "txtShelf", QStringLiteral("Półka"), 7050);
     m_txtLocation = addNumberBox(m_frmWatchData, "txtLocation", QStringLiteral("Lokalizacja"), 7650);
     m_lblObjectParam = addLabel(m_frmWatchData, "lblObjectParam");
-    place(m_lblObjectParam, 150, 615, kPanelWidth - 300, 300);
+    place(m_lblObjectParam, 150, 600, kPanelWidth - 300, 285);
     m_lblObjectParam2 = addLabel(m_frmWatchData, "lblObjectParam2");
-    place(m_lblObjectParam2, 150, 930, 5400, 300);
+    place(m_lblObjectParam2, 150, 945, 5400, 315);
 
     m_tlbWatchFullSurLocation = new ToolBar(m_frmWatchData);
     m_tlbWatchFullSurLocation->setObjectName(QStringLiteral("tlbWatchFullSurLocation"));
@@ -158,7 +158,7 @@ void frmMagWatch::createStatusPanel() {
     m_tlbWatchFullSurLocation->addButton(QStringLiteral("key_Cancel"),
                                          QStringLiteral("&Zamknij podglad surowców na lokalizacji"), {},
                                          programIcon("close.ico"));
-    place(m_tlbWatchFullSurLocation, 5550, 885, kPanelWidth - 5700, 375);
+    place(m_tlbWatchFullSurLocation, 5550, 870, kPanelWidth - 5700, 480);
     connect(m_tlbWatchFullSurLocation, &ToolBar::buttonClick, this,
             &frmMagWatch::tlbWatchFullSurLocation_ButtonClick);
 }

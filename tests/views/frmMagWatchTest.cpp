@@ -9,20 +9,12 @@
 #include <QMdiSubWindow>
 #include <QPointer>
 #include <QTimer>
-#include <QToolButton>
 
 namespace regalon {
 namespace {
 
 using test::LocalWarehouse;
 using test::WatchWindow;
-
-QStringList captions(const ToolBar* bar) {
-    QStringList texts;
-    for (int number = 1; number <= bar->buttonCount(); ++number)
-        texts.append(bar->button(number)->isSeparator() ? QStringLiteral("-") : bar->button(number)->text());
-    return texts;
-}
 
 class FrmMagWatch : public WatchWindow {};
 
@@ -44,60 +36,6 @@ TEST_F(FrmMagWatch, OpensWithThePlanDrawnAndTheOptionalPanelsHidden) {
         EXPECT_EQ(label(name)->text(), QString()) << name;
     EXPECT_FALSE(control<QTimer>("Timer1")->isActive());
     EXPECT_EQ(control<QTimer>("Timer1")->interval(), 1000);
-}
-
-TEST_F(FrmMagWatch, HasItsToolbarsInOrder) {
-    open();
-    EXPECT_EQ(captions(toolBar("tlbCmd")),
-              QStringList({QStringLiteral("&Wyjście"), QStringLiteral("-"), QStringLiteral("Odśwież magazyn"),
-                           QStringLiteral("Auto odświeżanie "), QStringLiteral("&Znajdź surowiec")}));
-    EXPECT_EQ(toolBar("tlbCmd")->button(QStringLiteral("key_Exit"))->toolTip(), QStringLiteral("Wyjscie"));
-    EXPECT_EQ(captions(toolBar("tlbWatchFullSurLocation")),
-              QStringList({QStringLiteral("&Podglad wszytkich surowców na lokalizacji"),
-                           QStringLiteral("&Zamknij podglad surowców na lokalizacji")}));
-    EXPECT_EQ(toolBar("tlbStatusRefresh")->button(1)->objectName(), QStringLiteral("key_Time"));
-}
-
-TEST_F(FrmMagWatch, ShowsTheHallWithItsLettersAndDoors) {
-    open();
-    const QList<std::array<int, 4>> walls = {{600, 840, 600, 8280},     {14760, 840, 14760, 8280},
-                                             {600, 840, 14760, 840},    {600, 8280, 1560, 8280},
-                                             {2760, 8280, 12480, 8280}, {13920, 8280, 14760, 8280}};
-    for (int number = 1; number <= walls.size(); ++number) {
-        const QString name = QStringLiteral("Line%1").arg(number);
-        const LineItem* wall = nullptr;
-        for (QGraphicsItem* found : canvas()->scene()->items()) {
-            if (found->data(PlanData::ArrayName).toString() == name)
-                wall = dynamic_cast<LineItem*>(found);
-        }
-        ASSERT_NE(wall, nullptr) << qPrintable(name);
-        EXPECT_EQ((std::array<int, 4>{wall->x1(), wall->y1(), wall->x2(), wall->y2()}), walls.at(number - 1));
-    }
-    const QList<std::tuple<const char*, QString, int, int>> marks = {
-        {"Label1", QStringLiteral("Wejście"), 1800, 7920},
-        {"Label2", QStringLiteral("Kolvestra"), 12600, 7560},
-        {"Label4", QStringLiteral("A"), 14280, 1600},
-        {"Label5", QStringLiteral("B"), 14280, 3960},
-        {"Label6", QStringLiteral("C"), 14280, 5160},
-        {"Label7", QStringLiteral("D"), 14280, 7560},
-        {"Label8", QStringLiteral("E"), 120, 4080}};
-    for (const auto& [name, text, left, top] : marks) {
-        EXPECT_EQ(label(name)->text(), text);
-        EXPECT_EQ(label(name)->pos(), QPoint(toPixels(left), toPixels(top))) << name;
-    }
-    EXPECT_NE(control<QLabel>("Image1"), nullptr);
-    EXPECT_NE(control<QLabel>("Image2"), nullptr);
-}
-
-TEST_F(FrmMagWatch, NothingOfTheSurfaceIsCut) {
-    open();
-    for (const char* bar : {"tlbCmd", "tlbWatchFullSurLocation"}) {
-        ToolBar* tools = toolBar(bar);
-        EXPECT_LE(tools->sizeHint().width(), std::max(tools->width(), tools->parentWidget()->width())) << bar;
-        EXPECT_LE(tools->sizeHint().height(), tools->parentWidget()->height()) << bar;
-    }
-    for (const char* name : {"Label1", "Label2", "Label4", "Label8"})
-        EXPECT_LE(label(name)->sizeHint().width(), label(name)->width()) << name;
 }
 
 TEST_F(FrmMagWatch, AClickOnALocationTellsItsMaterial) {
@@ -232,20 +170,6 @@ TEST_F(FrmMagWatch, RebuildingShowsTheWarehouseAsItIsNow) {
     EXPECT_EQ(messages.count(), 0) << qPrintable(messages.last().Text);
 }
 
-TEST_F(FrmMagWatch, AltWUnloadsTheWindow) {
-    open();
-    test::key(window.get(), Qt::Key_W, Qt::AltModifier);
-    EXPECT_FALSE(window->isVisible());
-}
-
-TEST_F(FrmMagWatch, AltWUnloadsTheWindowFromAnyControl) {
-    open();
-    box("txtRank")->setFocus();
-    test::key(box("txtRank"), Qt::Key_W, Qt::AltModifier);
-    EXPECT_FALSE(window->isVisible());
-    EXPECT_EQ(box("txtRank")->text(), QString());
-}
-
 TEST_F(FrmMagWatch, AltDHasNoEffect) {
     open();
     clickLocation(QStringLiteral("1_2_1_1"));
@@ -254,25 +178,6 @@ TEST_F(FrmMagWatch, AltDHasNoEffect) {
     EXPECT_TRUE(window->isVisible());
     EXPECT_EQ(label("lblObjectClick")->text(), before);
     EXPECT_EQ(messages.count(), 0);
-}
-
-TEST_F(FrmMagWatch, AltWithShiftAndWDoesNotUnload) {
-    open();
-    test::key(window.get(), Qt::Key_W, Qt::AltModifier | Qt::ShiftModifier);
-    EXPECT_TRUE(window->isVisible());
-}
-
-TEST_F(FrmMagWatch, AnyKeyTakesTheBusyPointerOff) {
-    open();
-    Screen::setMousePointer(MousePointer::Custom);
-    test::key(window.get(), Qt::Key_F5);
-    EXPECT_EQ(Screen::mousePointer(), MousePointer::Default);
-}
-
-TEST_F(FrmMagWatch, TheExitButtonUnloadsTheWindow) {
-    open();
-    ASSERT_TRUE(test::clickToolButton(window.get(), QStringLiteral("key_Exit")));
-    EXPECT_FALSE(window->isVisible());
 }
 
 TEST_F(FrmMagWatch, InsideTheMainWindowExitTakesItsFrameAlong) {
@@ -307,15 +212,6 @@ TEST_F(FrmMagWatch, ShownAgainAfterClosingItLoadsAnew) {
     EXPECT_EQ(canvas()->imgBookStand().Count(), before + 1);
     EXPECT_EQ(label("lblObjectClick")->text(), QString());
     EXPECT_EQ(address(), QStringLiteral("   "));
-}
-
-TEST_F(FrmMagWatch, TheTabKeyWalksFromTheAddressToItsButtons) {
-    open();
-    box("txtRank")->setFocus();
-    for (const char* next : {"txtStand", "txtShelf", "txtLocation"}) {
-        test::key(window->focusWidget(), Qt::Key_Tab);
-        EXPECT_EQ(window->focusWidget()->objectName(), QString::fromLatin1(next));
-    }
 }
 
 }  // namespace
