@@ -28,10 +28,16 @@ TEST(StatusBar, PanelsKeepTheirWidthsAndTheSpringTakesTheRest) {
     EXPECT_EQ(bar->panel(3)->width(), 47);
     EXPECT_GT(bar->panel(1)->width(), 250);
     bar->setPanelText(QStringLiteral("keyLoginName"), QString(300, u'x'));
-    window.resize(700, 500);
+    bar->panel(1)->setText(QString(300, u'x'));
+    window.resize(850, 500);
     QCoreApplication::processEvents();
     EXPECT_EQ(bar->panel(QStringLiteral("keyLoginName"))->width(), 259);
-    EXPECT_GE(bar->panel(1)->width(), 59);
+    for (int number = 2; number <= bar->panelCount(); ++number)
+        EXPECT_GT(bar->panel(number)->x(), bar->panel(number - 1)->geometry().right()) << number;
+    EXPECT_LE(bar->panel(5)->geometry().right(), bar->width());
+    window.resize(100, 500);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(bar->panel(1)->width(), 59);
 }
 
 TEST(StatusBar, PanelsAreFoundByNumberAndKey) {
