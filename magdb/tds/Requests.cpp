@@ -78,7 +78,7 @@ std::string readProcedureName(ByteReader& reader) {
             std::to_string(index) + " (\"" + name + "\"): " + why);
 }
 
-CallParameter readParameter(ByteReader& reader, Version version, std::size_t index) {
+CallParameter readParameter(ByteReader& reader, std::size_t index) {
     CallParameter parameter;
     parameter.name = readUnits(reader, reader.u8());
     const std::uint8_t status = reader.u8();
@@ -88,7 +88,7 @@ CallParameter readParameter(ByteReader& reader, Version version, std::size_t ind
         refuseParameter(index, parameter.name, "Encrypted parameters are not supported.");
     }
     try {
-        WireValue wire = readWireValue(reader, version);
+        WireValue wire = readWireValue(reader);
         parameter.type = wire.type;
         if (!parameter.useDefault) {
             parameter.value = std::move(wire.value);
@@ -108,7 +108,7 @@ RpcCall readCall(ByteReader& reader, Version version) {
     call.name = readProcedureName(reader);
     reader.take(2);  // options: recompile, no metadata; both may be ignored
     while (!reader.atEnd() && reader.peek() != separator) {
-        call.parameters.push_back(readParameter(reader, version, call.parameters.size() + 1));
+        call.parameters.push_back(readParameter(reader, call.parameters.size() + 1));
     }
     if (!reader.atEnd()) {
         reader.take(1);

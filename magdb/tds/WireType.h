@@ -59,7 +59,7 @@ struct WireValue {
 
 /// Reads TYPE_INFO and the value behind it (MS-TDS 2.2.5.6, 2.2.5.5). Throws RequestError for a type that
 /// the engine has not, or for a value that does not fit its type.
-[[nodiscard]] WireValue readWireValue(ByteReader& reader, Version version);
+[[nodiscard]] WireValue readWireValue(ByteReader& reader);
 
 /// Writes TYPE_INFO for a column or a return value. Types that a protocol version lacks travel as the type
 /// that SQL Server sends such clients: date as nvarchar(10) before 7.3, (n)varchar(max) as (n)text

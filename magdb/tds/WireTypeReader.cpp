@@ -351,13 +351,14 @@ std::optional<Bytes> readChunks(ByteReader& reader) {
     return all;
 }
 
-WireValue readShortLength(ByteReader& reader, WireId id, Version version) {
+WireValue readShortLength(ByteReader& reader, WireId id) {
     const std::uint16_t declared = reader.u16();
     TextCode code;
     if (hasCollation(id)) {
         code = TextCode(reader.take(sizeof polishCollation));
     }
-    if (declared == maxMarker && version >= Version::Tds72) {
+    // The chunked form belongs to 7.2, but there are clients that send it in 7.1 too; nothing else begins so.
+    if (declared == maxMarker) {
         const auto bytes = readChunks(reader);
         return {declaredText(id, -1), bytes ? decodeBytes(id, *bytes, code) : Value{}};
     }
@@ -391,7 +392,7 @@ WireValue readOldText(ByteReader& reader, WireId id) {
 
 }  // namespace
 
-WireValue readWireValue(ByteReader& reader, Version version) {
+WireValue readWireValue(ByteReader& reader) {
     const auto id = static_cast<WireId>(reader.u8());
     switch (id) {
         case WireId::Null:
@@ -443,7 +444,7 @@ WireValue readWireValue(ByteReader& reader, Version version) {
         case WireId::BigChar:
         case WireId::NVarChar:
         case WireId::NChar:
-            return readShortLength(reader, id, version);
+            return readShortLength(reader, id);
         case WireId::Text:
         case WireId::NText:
         case WireId::Image:
