@@ -97,37 +97,51 @@ Address splitAddress(QString server) {
     return address;
 }
 
-// Braces protect every sign but the closing brace, which is written twice.
-QString quoted(const QString& value) {
-    static constexpr QStringView special = u";{}[](),?*=!@'\"";
+// FreeTDS takes what stands in braces as it is; every other driver wants a closing brace written twice.
+bool doublesBraces(const Settings& settings) {
+    return !settings.OdbcDriver.contains(u"tds", Qt::CaseInsensitive);
+}
+
+QString quoted(const QString& value, const Settings& settings) {
     const bool needsBraces =
-        value.startsWith(u' ') || value.endsWith(u' ') ||
-        std::any_of(value.begin(), value.end(), [](QChar c) { return special.contains(c); });
+        value.contains(u';') || value.startsWith(u'{') || value.startsWith(u' ') || value.endsWith(u' ');
     if (!needsBraces) {
         return value;
     }
     QString inside = value;
-    return u'{' + inside.replace(u'}', u"}}"_s) + u'}';
+    if (doublesBraces(settings)) {
+        inside.replace(u'}', u"}}"_s);
+    }
+    return u'{' + inside + u'}';
 }
 
-QString piece(const QString& key, const QString& value) {
-    return value.isEmpty() ? QString() : key + u'=' + quoted(value) + u';';
-}
+class PieceWriter {
+public:
+    explicit PieceWriter(const Settings& settings) : m_settings(settings) {}
 
-QString serverPieces(const QString& server, const Settings& settings) {
+    void add(const QString& key, const QString& value) {
+        if (!value.isEmpty()) {
+            m_text += key + u'=' + quoted(value, m_settings) + u';';
+        }
+    }
+    QString text() const { return m_text; }
+
+private:
+    const Settings& m_settings;
+    QString m_text;
+};
+
+void addServer(PieceWriter& writer, const QString& server, const Settings& settings) {
     Address address = splitAddress(server);
     const bool instance = address.host.contains(u'\\');
     if (address.port.isEmpty() && !instance && settings.OdbcDefaultPort > 0) {
         address.port = QString::number(settings.OdbcDefaultPort);
     }
-    if (address.port.isEmpty()) {
-        return piece(u"SERVER"_s, address.host);
-    }
     // A port that is no number still goes to the driver, which refuses it with its own text.
-    if (settings.OdbcServerPort == Settings::ServerPort::Keep || !allDigits(address.port)) {
-        return u"SERVER="_s + address.host + u',' + address.port + u';';
-    }
-    return piece(u"SERVER"_s, address.host) + piece(u"PORT"_s, address.port);
+    const bool together = settings.OdbcServerPort == Settings::ServerPort::Keep || !allDigits(address.port);
+    writer.add(u"SERVER"_s,
+               together && !address.port.isEmpty() ? address.host + u',' + address.port : address.host);
+    writer.add(u"PORT"_s, together ? QString() : address.port);
 }
 
 }  // namespace
@@ -150,11 +164,13 @@ DbTarget parseConnectionString(const QString& text) {
 }
 
 QString driverConnectionString(const DbTarget& target, const Settings& settings) {
-    QString text = u"DRIVER={"_s + settings.OdbcDriver + u"};"_s + serverPieces(target.server, settings);
-    text += piece(u"UID"_s, target.user) + piece(u"PWD"_s, target.password) +
-            piece(u"DATABASE"_s, target.database);
-    text += piece(u"APP"_s, u"Regalon"_s);
-    return text + settings.OdbcKeywords;
+    PieceWriter writer(settings);
+    addServer(writer, target.server, settings);
+    writer.add(u"UID"_s, target.user);
+    writer.add(u"PWD"_s, target.password);
+    writer.add(u"DATABASE"_s, target.database);
+    writer.add(u"APP"_s, u"Regalon"_s);
+    return u"DRIVER={"_s + settings.OdbcDriver + u"};"_s + writer.text() + settings.OdbcKeywords;
 }
 
 }  // namespace regalon

@@ -73,7 +73,7 @@ const Diagnostic* telling(const QVector<Diagnostic>& records) {
         return &*server;
     }
     const auto error = std::find_if(records.begin(), records.end(), [](const Diagnostic& r) {
-        return !isWarning(r) || r.native != 0 || r.text.contains(u"Can't open lib");
+        return r.native != 0 || r.text.contains(u"Can't open lib");
     });
     if (error != records.end()) {
         return &*error;

@@ -40,8 +40,8 @@ public:
     /// A code of DbType.
     int Type() const { return m_table.columns.at(m_column).type; }
     /// NULL is an invalid QVariant. Integers of up to 32 bits come as int, bigint as qlonglong, bit as bool,
-    /// real, float, numeric and money as double, dates as QDateTime, binary data as QByteArray, the rest as
-    /// QString. Throws NoCurrentRow behind the last row.
+    /// real, float, numeric and money as double, dates as QDateTime (in UTC, since they have no zone), binary
+    /// data as QByteArray, the rest as QString. Throws NoCurrentRow behind the last row.
     QVariant Value() const;
 
 private:

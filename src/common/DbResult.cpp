@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cstring>
 
 namespace regalon::odbc {
@@ -74,16 +75,29 @@ T load(const char* data) {
     return value;
 }
 
-// A real holds seven digits; widened bit by bit it would show a tail of chance digits.
-double widened(float value) {
-    return QByteArray::number(static_cast<double>(value), 'g', 7).toDouble();
+double decimalNumber(const char* text, qsizetype length) {
+    double number = 0;
+    std::from_chars(text, text + length, number);
+    return number;
 }
 
+// A real holds seven digits; widened bit by bit it would show a tail of chance digits.
+double widened(float value) {
+    constexpr int digits = 7;
+    std::array<char, 32> text{};
+    const auto written = std::to_chars(text.data(), text.data() + text.size(), static_cast<double>(value),
+                                       std::chars_format::general, digits);
+    return decimalNumber(text.data(), written.ptr - text.data());
+}
+
+// The server's times have no zone. Kept as UTC they stay as they are: local time would move an hour that the
+// clock change leaves out.
 QVariant toDateTime(const SQL_TIMESTAMP_STRUCT& stamp) {
     constexpr SQLUINTEGER nanosecondsOfMillisecond = 1000000;
     return QDateTime(QDate(stamp.year, stamp.month, stamp.day),
                      QTime(stamp.hour, stamp.minute, stamp.second,
-                           static_cast<int>(stamp.fraction / nanosecondsOfMillisecond)));
+                           static_cast<int>(stamp.fraction / nanosecondsOfMillisecond)),
+                     Qt::UTC);
 }
 
 QVariant toVariant(int type, SQLSMALLINT cType, const char* data, qsizetype bytes) {
@@ -104,7 +118,7 @@ QVariant toVariant(int type, SQLSMALLINT cType, const char* data, qsizetype byte
             return QByteArray(data, bytes);
         case SQL_C_CHAR:
             return type == DbType::Guid ? QVariant(u'{' + QString::fromLatin1(data, bytes).toUpper() + u'}')
-                                        : QVariant(QByteArray(data, bytes).toDouble());
+                                        : QVariant(decimalNumber(data, bytes));
         default: {
             QString text(bytes / static_cast<qsizetype>(sizeof(SQLWCHAR)), Qt::Uninitialized);
             std::memcpy(text.data(), data, static_cast<size_t>(text.size()) * sizeof(SQLWCHAR));

@@ -56,6 +56,26 @@ DbParameterInfo readParameter(const DbTable& list, qsizetype row) {
     return info;
 }
 
+// The driver keeps the addresses of what it is bound to, so the buffers must not move.
+using Buffers = std::deque<odbc::ParameterBuffer>;
+
+// The return value comes first and only comes out.
+SQLRETURN bindParameters(SQLHSTMT statement, const std::vector<DbParameter>& parameters, Buffers& buffers) {
+    SQLRETURN result = SQL_SUCCESS;
+    for (size_t i = 0; i < buffers.size() && SQL_SUCCEEDED(result); ++i) {
+        const SQLSMALLINT inOut = parameters[i].info().output ? SQL_PARAM_INPUT_OUTPUT : SQL_PARAM_INPUT;
+        result = buffers[i].bind(statement, static_cast<SQLUSMALLINT>(i + 1),
+                                 i == 0 ? SQLSMALLINT{SQL_PARAM_OUTPUT} : inOut);
+    }
+    return result;
+}
+
+QString callText(const QString& procedure, size_t parameterCount) {
+    const QStringList marks(static_cast<qsizetype>(parameterCount), u"?"_s);
+    const QString list = marks.isEmpty() ? QString() : u'(' + marks.join(u", "_s) + u')';
+    return u"{? = call "_s + procedure + list + u'}';
+}
+
 DbParameterInfo returnValueInfo() {
     return {u"@RETURN_VALUE"_s, DbType::Integer, 0, 0, true};
 }
@@ -209,26 +229,11 @@ std::vector<DbParameterInfo> DbSession::askParameters(const QString& procedure) 
 void DbSession::call(const QString& procedure, std::vector<DbParameter>& parameters) {
     requireAlive();
     const SQLHSTMT statement = m_calls.statement.get();
-    // A deque, since the driver keeps addresses of what it is bound to.
-    std::deque<odbc::ParameterBuffer> buffers;
-    for (const DbParameter& parameter : parameters) {
-        buffers.emplace_back(parameter);
-    }
-    SQLRETURN result = SQL_SUCCESS;
-    for (size_t i = 0; i < buffers.size() && SQL_SUCCEEDED(result); ++i) {
-        const SQLSMALLINT direction = i == 0                        ? SQL_PARAM_OUTPUT
-                                      : parameters[i].info().output ? SQL_PARAM_INPUT_OUTPUT
-                                                                    : SQL_PARAM_INPUT;
-        result = buffers[i].bind(statement, static_cast<SQLUSMALLINT>(i + 1), direction);
-    }
-    QString marks;
-    for (size_t i = 1; i < buffers.size(); ++i) {
-        marks += i == 1 ? u"?" : u", ?";
-    }
-    const QString text =
-        u"{? = call "_s + procedure + (marks.isEmpty() ? QString() : u'(' + marks + u')') + u'}';
+    Buffers buffers(parameters.begin(), parameters.end());
     try {
+        SQLRETURN result = bindParameters(statement, parameters, buffers);
         if (SQL_SUCCEEDED(result)) {
+            const QString text = callText(procedure, parameters.size() - 1);
             result = SQLExecDirectW(statement, odbc::wide(text), static_cast<SQLINTEGER>(text.size()));
         }
         drain(m_calls, result);
@@ -239,7 +244,7 @@ void DbSession::call(const QString& procedure, std::vector<DbParameter>& paramet
     }
     SQLFreeStmt(statement, SQL_RESET_PARAMS);
     for (size_t i = 0; i < buffers.size(); ++i) {
-        if (i == 0 || parameters[i].info().output) {
+        if (parameters[i].info().output) {
             parameters[i].setValue(buffers[i].value());
         }
     }
