@@ -1,0 +1,31 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace bench {
+
+/// Wall-clock times of one side of a measure, in milliseconds.
+class Samples {
+public:
+    void add(double milliseconds) { values_.push_back(milliseconds); }
+    [[nodiscard]] double median() const { return quantile(0.5); }
+    /// Linear interpolation between the sorted samples; q from 0 to 1. 0 without samples.
+    [[nodiscard]] double quantile(double q) const;
+    [[nodiscard]] std::size_t count() const { return values_.size(); }
+
+private:
+    std::vector<double> values_;
+};
+
+/// Milliseconds that the call takes.
+[[nodiscard]] double timed(const std::function<void()>& call);
+
+/// Prints "name: median, quartiles, range, count" on standard output.
+void report(const std::string& name, const Samples& samples, const char* unit = "ms");
+
+/// Prints the last line of a measure.
+void printRatio(const std::string& name, double ratio);
+
+}  // namespace bench

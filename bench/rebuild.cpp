@@ -1,0 +1,178 @@
+// rebuild:        a full rebuild of the plan over a bare ODBC loop that sends the same statements, 500
+// locations. rebuild-growth: a rebuild of 5,000 locations over one of 500. rebuild-trips:  what the server
+// received for one rebuild over the statements and calls of a rebuild.
+
+#include "BareOdbc.h"
+#include "Measure.h"
+#include "common/AppContext.h"
+#include "common/DbConnection.h"
+#include "map/MapCanvas.h"
+#include "platform/MsgBox.h"
+#include "support/LocalWarehouse.h"
+#include "views/frmMagWatch.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QFile>
+
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <stdexcept>
+#include <string>
+
+namespace {
+
+using regalon::test::LocalWarehouse;
+
+constexpr int rounds = 15;
+
+void require(bool condition, const QString& what) {
+    if (!condition)
+        throw std::runtime_error(what.toStdString());
+}
+
+/// A generated warehouse of ten locations a stand, its server, and the warehouse view on it.
+class Warehouse {
+public:
+    explicit Warehouse(int stands) : stands_(stands), local_(LocalWarehouse::Content::Empty) {
+        QFile script(QStringLiteral(REGALON_BENCH_DIR "/growth.sql.in"));
+        require(script.open(QIODevice::ReadOnly), QStringLiteral("growth.sql.in is missing"));
+        QString sql = QString::fromUtf8(script.readAll());
+        sql.replace(QStringLiteral("@STANDS@"), QString::number(stands));
+        require(local_.runScript(sql), local_.why());
+        require(local_.start(), local_.why());
+        qputenv("REGALON_DRIVE_C", local_.driveC().toLocal8Bit());
+        context_.ConnMain = std::make_unique<regalon::DbConnection>();
+        context_.ConnMain->Open(local_.connectionString());
+        context_.ErrorService = std::make_unique<regalon::clsError>();
+        context_.PathBitmapMagSur = QStringLiteral("C:\\Regalon\\Ikony");
+        view_ = std::make_unique<regalon::frmMagWatch>(context_);
+        view_->show();
+        require(canvas().imglocation().Count() == locations() + 1,
+                QStringLiteral("the plan holds %1 locations").arg(canvas().imglocation().Count() - 1));
+    }
+
+    int locations() const { return stands_ * 10; }
+    LocalWarehouse& local() { return local_; }
+
+    regalon::MapCanvas& canvas() { return *view_->findChild<regalon::MapCanvas*>(); }
+    void rebuild() { view_->findChild<QAction*>(QStringLiteral("key_ReBulid"))->trigger(); }
+
+    /// The statements of one rebuild as the server received them.
+    std::vector<bench::Statement> record() {
+        local_.clearTrace();
+        rebuild();
+        std::vector<bench::Statement> statements;
+        for (const LocalWarehouse::TraceEntry& entry : local_.entries()) {
+            bench::Statement statement;
+            statement.call = entry.kind == u"RPC";
+            statement.text = entry.text.toStdString();
+            for (const QString& value : entry.values) {
+                const qsizetype equals = value.indexOf(u'=');
+                statement.arguments.emplace_back(value.left(equals).toStdString(),
+                                                 value.mid(equals + 1).toStdString());
+            }
+            statements.push_back(std::move(statement));
+        }
+        return statements;
+    }
+
+    std::string odbcString() const {
+        return "DRIVER=FreeTDS;SERVER=127.0.0.1;PORT=" + std::to_string(local_.port()) +
+               ";UID=" + LocalWarehouse::login().toStdString() +
+               ";PWD=" + LocalWarehouse::password().toStdString() +
+               ";DATABASE=" + LocalWarehouse::database().toStdString() +
+               ";TDS_Version=7.4;ClientCharset=UTF-8";
+    }
+
+    /// One refresh of the fills, one read of the stands, one of the shelves of each stand, one save of the
+    /// names where they fit their limit, one read of the icons.
+    std::size_t statementsAndCalls(bool namesFit) const {
+        return 3 + static_cast<std::size_t>(stands_) + (namesFit ? 1 : 0);
+    }
+
+private:
+    int stands_;
+    LocalWarehouse local_;
+    regalon::AppContext context_;
+    std::unique_ptr<regalon::frmMagWatch> view_;
+};
+
+void rebuild() {
+    Warehouse warehouse(50);
+    const std::vector<bench::Statement> statements = warehouse.record();
+    bench::BareOdbc bare(warehouse.odbcString());
+    bare.run(statements);
+    bench::Samples client;
+    bench::Samples loop;
+    bench::Samples ratios;
+    long rows = 0;
+    for (int i = 0; i < rounds; ++i) {
+        const double ours = bench::timed([&] { warehouse.rebuild(); });
+        const double theirs = bench::timed([&] { rows = bare.run(statements); });
+        client.add(ours);
+        loop.add(theirs);
+        ratios.add(ours / theirs);
+    }
+    std::printf("%d locations, %zu statements, %ld rows\n", warehouse.locations(), statements.size(), rows);
+    bench::report("RebulidMag", client);
+    bench::report("bare ODBC loop", loop);
+    bench::report("ratio of each round", ratios, "");
+    bench::printRatio("rebuild", client.median() / loop.median());
+}
+
+void growth() {
+    const regalon::MsgBoxRecorder messages;  // the large warehouse is over the limit of the names and says so
+    Warehouse small(50);
+    Warehouse large(500);
+    bench::Samples smallTimes;
+    bench::Samples largeTimes;
+    for (int i = 0; i < rounds; ++i) {
+        qputenv("REGALON_DRIVE_C", small.local().driveC().toLocal8Bit());
+        smallTimes.add(bench::timed([&] { small.rebuild(); }));
+        qputenv("REGALON_DRIVE_C", large.local().driveC().toLocal8Bit());
+        largeTimes.add(bench::timed([&] { large.rebuild(); }));
+    }
+    std::printf("messages of the name limit: %d, the last: %s\n", messages.count(),
+                messages.last().Text.toUtf8().constData());
+    bench::report(std::to_string(small.locations()) + " locations", smallTimes);
+    bench::report(std::to_string(large.locations()) + " locations", largeTimes);
+    bench::printRatio("rebuild-growth", largeTimes.median() / smallTimes.median());
+}
+
+void trips() {
+    Warehouse warehouse(50);
+    const std::vector<bench::Statement> statements = warehouse.record();
+    std::size_t calls = 0;
+    for (const bench::Statement& statement : statements)
+        calls += statement.call ? 1 : 0;
+    const std::size_t expected = warehouse.statementsAndCalls(true);
+    std::printf("received by the server: %zu, %zu of them calls; statements and calls of a rebuild: %zu\n",
+                statements.size(), calls, expected);
+    bench::printRatio("rebuild-trips",
+                      static_cast<double>(statements.size()) / static_cast<double>(expected));
+}
+
+}  // namespace
+
+int main(int argc, char* argv[]) {
+    const std::string name = argc > 1 ? argv[1] : "";
+    QApplication application(argc, argv);
+    try {
+        if (name == "rebuild")
+            rebuild();
+        else if (name == "rebuild-growth")
+            growth();
+        else if (name == "rebuild-trips")
+            trips();
+        else {
+            std::fprintf(stderr, "usage: bench-rebuild rebuild | rebuild-growth | rebuild-trips\n");
+            return 2;
+        }
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "bench-rebuild: %s\n", error.what());
+        return 1;
+    }
+    return 0;
+}
