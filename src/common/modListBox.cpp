@@ -44,27 +44,30 @@ QString firstCellText(const DbField& field) {
     return field.Type() == DbType::NationalVarChar ? ToText(value) : QString::number(ToInt32(value));
 }
 
-void addCells(ListItem& item, const ListView& lvw, const DbFields& fields, int firstField) {
-    int cell = 0;
-    for (int i = firstField; i < fields.Count(); ++i) {
-        const DbField field = fields.Item(i);
-        if (ColumnName::isHidden(field.Name())) {
-            continue;
-        }
-        // Headers can be left from a narrower query; cells beyond them cannot be seen.
-        if (++cell < lvw.headerCount()) {
-            item.setSubItem(cell, ToText(NullToValue(field.Value())));
+// Positions of the result's columns that make cells behind the first one. Headers can be left from a narrower
+// query: cells beyond them cannot be seen.
+QVector<int> cellColumns(const ListView& lvw, const DbRecordset& rs, int firstField) {
+    QVector<int> columns;
+    const DbFields fields = rs.Fields();
+    for (int i = firstField; i < fields.Count() && columns.size() + 1 < lvw.headerCount(); ++i) {
+        if (!ColumnName::isHidden(fields.Item(i).Name())) {
+            columns.append(i);
         }
     }
+    return columns;
 }
 
 void addRows(ListView& lvw, DbRecordset& rs, bool blnLp) {
+    const QVector<int> columns = cellColumns(lvw, rs, blnLp ? 0 : 1);
     int rowCounter = rs.RecordCount() + 1;
     for (; !rs.Eof(); rs.MoveNext()) {
         --rowCounter;
         const DbFields fields = rs.Fields();
         ListItem* item = lvw.addItem(blnLp ? QString::number(rowCounter) : firstCellText(fields.Item(0)));
-        addCells(*item, lvw, fields, blnLp ? 0 : 1);
+        int cell = 0;
+        for (const int column : columns) {
+            item->setSubItem(++cell, ToText(NullToValue(fields.Item(column).Value())));
+        }
     }
 }
 

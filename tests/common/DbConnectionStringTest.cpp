@@ -91,9 +91,16 @@ TEST(ServerAddress, MicrosoftsDriverTakesThePortBehindAComma) {
               "Encrypt=no"_s);
 }
 
-TEST(DriverText, SpecialSignsOfAPasswordAreBraced) {
-    const QString text = driverConnectionString({u"s"_s, {}, u"u"_s, u"a;b{c}d"_s}, Settings());
-    EXPECT_TRUE(text.contains(u";PWD={a;b{c}}d};"_s)) << qPrintable(text);
+TEST(DriverText, SemicolonAndOuterBlanksAreBraced) {
+    Settings settings;
+    EXPECT_TRUE(
+        driverConnectionString({u"s"_s, {}, u"u"_s, u"a;b{c}d"_s}, settings).contains(u";PWD={a;b{c}d};"_s));
+    EXPECT_TRUE(driverConnectionString({u"s"_s, {}, u"u"_s, u" x"_s}, settings).contains(u";PWD={ x};"_s));
+    EXPECT_TRUE(
+        driverConnectionString({u"s"_s, {}, u"u"_s, u"c}d='"_s}, settings).contains(u";PWD=c}d=';"_s));
+    settings.OdbcDriver = u"ODBC Driver 18 for SQL Server"_s;
+    EXPECT_TRUE(
+        driverConnectionString({u"s"_s, {}, u"u"_s, u"a;b{c}d"_s}, settings).contains(u";PWD={a;b{c}}d};"_s));
 }
 
 TEST(DriverMessages, TagsOfDriverAndServerAreRemoved) {
