@@ -330,6 +330,24 @@ TEST_F(MapBuildOfLongNames, NamesGoOnIntoTheSecondBatch) {
               QStringLiteral("252"));
 }
 
+TEST_F(MapBuild, FiveThousandLocationsAreDrawnThoughTheirNamesCannotBeSaved) {
+    ASSERT_TRUE(warehouse.run(
+        {QStringLiteral(
+             "insert into kolv_mag_Stand (Rank,Stand,ShelfCount,StandLeft,StandTop) select 1,Number,4,3000,"
+             "4000 from kolv_mag_Number where Number <= 417"),
+         QStringLiteral(
+             "insert into kolv_mag_Location (Rank,Stand,Shelf,Location) select 1,N.Number,S.Number,L.Number "
+             "from kolv_mag_Number N cross join kolv_mag_Number S cross join kolv_mag_Number L where "
+             "N.Number <= 417 and S.Number <= 4 and L.Number <= 3")}))
+        << qPrintable(warehouse.why());
+    builder->RefreschWatchStore();
+    EXPECT_EQ(canvas.imglocation().Count(), 1 + 417 * 12);
+    EXPECT_EQ(canvas.lnnFrameBookStand().Count(), 1 + 417 * 4);
+    EXPECT_EQ(picture(5004), QStringLiteral("LA_R_Err.ico"));
+    ASSERT_EQ(messages.count(), 1);
+    EXPECT_EQ(messages.last().Text, kTooMany);
+}
+
 TEST_F(MapBuild, AMissingIconIsReportedAndTheNextStandGoesOn) {
     ASSERT_TRUE(warehouse.addStand(1, 1, 1, QStringLiteral("1"), 3000, 4000, QStringLiteral("brak.ico")));
     ASSERT_TRUE(warehouse.addStand(1, 2, 1, QStringLiteral("1"), 5000, 4000));
