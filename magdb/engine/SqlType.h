@@ -43,6 +43,20 @@ struct SqlType {
 
 [[nodiscard]] bool isText(const SqlType& type);
 [[nodiscard]] bool isNumber(const SqlType& type);
+/// bit to bigint.
+[[nodiscard]] bool isInteger(const SqlType& type);
+/// money and decimal.
+[[nodiscard]] bool isExact(const SqlType& type);
+[[nodiscard]] bool isApproximate(const SqlType& type);
+[[nodiscard]] bool isDate(const SqlType& type);
+[[nodiscard]] bool isUnicode(const SqlType& type);
+
+[[nodiscard]] SqlType textType(TypeId id, int length);
+[[nodiscard]] SqlType decimalType(int precision, int scale);
+[[nodiscard]] SqlType plainType(TypeId id);
+
+/// The name without facets, as error messages write it.
+[[nodiscard]] std::string baseName(TypeId id);
 /// The type as T-SQL writes it, such as nvarchar(50) or decimal(18,4).
 [[nodiscard]] std::string typeName(const SqlType& type);
 
