@@ -61,6 +61,7 @@ public:
 
     /// The statements of one rebuild as the server received them.
     std::vector<bench::Statement> record() {
+        rebuild();  // the first use of a procedure also asks for its parameters, once a connection
         local_.clearTrace();
         rebuild();
         std::vector<bench::Statement> statements;

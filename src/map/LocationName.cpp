@@ -3,6 +3,8 @@
 #include "platform/Convert.h"
 #include "platform/RunTimeError.h"
 
+#include <QStringBuilder>
+
 namespace regalon {
 
 TagFields::TagFields(const QString& tag) {
@@ -21,9 +23,10 @@ qint16 TagFields::number(int index) const {
 }
 
 QString buildLocationName(const LocationAddress& address, const QString& family, qsizetype index) {
+    // One allocation: a plan builds hundreds of these at each refresh.
     const QLatin1Char mark('_');
-    return QString::number(address.Rank) + mark + QString::number(address.Stand) + mark +
-           QString::number(address.Shelf) + mark + QString::number(address.Location) + mark + family + mark +
+    return QString::number(address.Rank) % mark % QString::number(address.Stand) % mark %
+           QString::number(address.Shelf) % mark % QString::number(address.Location) % mark % family % mark %
            QString::number(index);
 }
 
