@@ -10,7 +10,7 @@ namespace {
 class SiteSettings : public WarehouseFixture {
 protected:
     void SetUp() override {
-        WarehouseFixture::SetUp();
+        ASSERT_NO_FATAL_FAILURE(WarehouseFixture::SetUp());
         context.ConnectionFilePath = QStringLiteral("C:\\Regalon\\connect.txt");
         ASSERT_TRUE(TestConnection(context));
         Main(context);
