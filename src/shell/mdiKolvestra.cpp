@@ -57,7 +57,10 @@ mdiKolvestra::mdiKolvestra(AppContext& context, ChildWindows children) : m_conte
     addWindowMenu();
 }
 
-mdiKolvestra::~mdiKolvestra() = default;
+mdiKolvestra::~mdiKolvestra() {
+    // The area goes with the base class and tells of each child that goes; nobody is here to hear it then.
+    m_area->disconnect(this);
+}
 
 void mdiKolvestra::addImages() {
     loadProgramIcons();
