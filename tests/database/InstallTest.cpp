@@ -1,0 +1,132 @@
+// The scripts themselves: they install over an installed database, keep to the common ground, and every
+// procedure keeps the contract of parameters.
+
+#include "database/Warehouse.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <fstream>
+#include <iterator>
+#include <regex>
+
+namespace regalon::test {
+namespace {
+
+std::vector<std::string> tableRows(OdbcConnection& connection) {
+    const std::vector<std::string> reads{
+        "SELECT Rank, Stand, StandName, StandIcon, ShelfCount, StandLeft, StandTop FROM kolv_mag_Stand ORDER "
+        "BY Rank, "
+        "Stand",
+        "SELECT * FROM kolv_mag_Location ORDER BY Rank, Stand, Shelf, Location",
+        "SELECT * FROM kolv_mag_Location_Item ORDER BY Rank, Stand, Shelf, Location",
+        "SELECT * FROM Kolv_Mag_BarCode_Sur ORDER BY BarCode",
+        "SELECT BarCode, Operation, Quantity, ToRank, BookDate FROM Kolv_Mag_BarCode_Sur_History ORDER BY "
+        "BarCode, "
+        "Operation",
+        "SELECT * FROM OITM ORDER BY ItemCode",
+        "SELECT * FROM kolv_mag_Group_Item ORDER BY GroupSur, ItemCode",
+        "SELECT * FROM kolv_user ORDER BY UserID",
+        "SELECT * FROM Kolv_setup"};
+    std::vector<std::string> lines;
+    for (const std::string& read : reads) {
+        const Rows rows = connection.run(read);
+        for (std::size_t i = 0; i < rows.size(); ++i) {
+            std::string line;
+            for (std::size_t c = 0; c < rows.columns.size(); ++c)
+                line += rows.text(i, c) + "|";
+            lines.push_back(line);
+        }
+    }
+    return lines;
+}
+
+std::string withoutComments(const std::string& sql) {
+    return std::regex_replace(sql, std::regex("--[^\n]*"), "");
+}
+
+}  // namespace
+
+TEST(Install, RunningEverythingAgainGivesTheSameDatabase) {
+    const Warehouse warehouse;
+    auto connection = warehouse.connect();
+    const auto before = tableRows(connection);
+    ASSERT_GT(before.size(), 1000U);
+    install(connection, "install.list");
+    EXPECT_EQ(connection.run("SELECT COUNT(*) FROM kolv_mag_Stand").whole(0), 0);
+    install(connection, "demo.list");
+    const auto after = tableRows(connection);
+    ASSERT_EQ(after.size(), before.size());
+    for (std::size_t i = 0; i < after.size(); ++i)
+        ASSERT_EQ(after[i], before[i]);
+}
+
+TEST(Install, TheSchemaAloneHasEverythingButRows) {
+    const Warehouse warehouse(Warehouse::Content::Schema);
+    auto connection = warehouse.connect();
+    for (const char* table :
+         {"kolv_mag_Rank", "kolv_mag_Stand", "kolv_mag_Location", "kolv_mag_Location_Item",
+          "kolv_mag_Location_Group", "kolv_mag_Group_Item", "Kolv_setup", "OUSR", "OITM", "OPOR", "ORDR",
+          "kolv_RightsName", "kolv_user", "Kolv_Mag_BarCode_Sur", "Kolv_Mag_BarCode_Sur_History"})
+        EXPECT_EQ(connection.run(std::string("SELECT COUNT(*) FROM ") + table).whole(0), 0) << table;
+    EXPECT_EQ(call(connection, "kolv_mag_SaveLocationIDTab", "N'', N'', N''").value, 0);
+    connection.run("EXEC Kolv_mag_Refresh_Percent_Location N'N'");
+    EXPECT_EQ(connection.run("exec kolv_mag_Sur_On_Mag N'P'").size(), 1U);
+}
+
+TEST(Install, ProceduresHaveTheParametersOfTheirContract) {
+    const Warehouse warehouse(Warehouse::Content::Schema);
+    auto connection = warehouse.connect();
+    const std::vector<std::pair<std::string, std::string>> contracts{
+        {"kolv_mag_SaveLocationIDTab", "@LocationName_1 @LocationName_2 @LocationName_3 @ErrDesc*"},
+        {"kolv_mag_SaveLocationID", "@Rank @Stand @Shelf @Location @LolcationID @ErrDesc*"},
+        {"Kolv_mag_Refresh_Percent_Location", "@RefreshLinePercent"},
+        {"kolv_mag_Watch_Detal_Item_On_Location",
+         "@Rank @Stand @Shelf @Location @UserSign @Aplication @Phase"},
+        {"kolv_mag_Sur_On_Mag", "@Aplication"}};
+    for (const auto& [procedure, expected] : contracts) {
+        const Rows rows = connection.run("exec sp_sproc_columns N'" + procedure + "'");
+        const auto place = [&rows](const char* name) {
+            const auto at = std::find_if(rows.columns.begin(), rows.columns.end(),
+                                         [name](const auto& column) { return column.name == name; });
+            return static_cast<std::size_t>(at - rows.columns.begin());
+        };
+        const std::size_t name = place("COLUMN_NAME");
+        const std::size_t kind = place("COLUMN_TYPE");
+        std::string found;
+        for (std::size_t i = 0; i < rows.size(); ++i)
+            if (rows.text(i, kind) != "5")
+                found +=
+                    (found.empty() ? "" : " ") + rows.text(i, name) + (rows.text(i, kind) == "2" ? "*" : "");
+        EXPECT_EQ(found, expected) << procedure;
+    }
+}
+
+TEST(Install, ScriptsKeepToTheGroundThatEveryServerShares) {
+    const std::regex forbidden(
+        R"(CREATE\s+OR\s+ALTER|ALTER\s+(VIEW|FUNCTION)|\bMERGE\b|FOR\s+XML|WITH\s+TIES|\bWAITFOR\b|\bSYNONYM\b|\.nodes\(|\.value\(|\bOPENJSON\b)",
+        std::regex::icase);
+    for (const char* list : {"install.list", "demo.list"})
+        for (const auto& script : scriptsOf(list))
+            for (const std::string& batch : batchesOf(script)) {
+                std::smatch match;
+                const std::string sql = withoutComments(batch);
+                EXPECT_FALSE(std::regex_search(sql, match, forbidden)) << script << ": " << match.str();
+            }
+}
+
+TEST(Install, EveryProcedureHasAFileOfItsNameAndIsInstalled) {
+    const std::filesystem::path room = std::filesystem::path(REGALON_SOURCE_DIR) / "database";
+    const auto listed = scriptsOf("install.list");
+    for (const auto& entry : std::filesystem::directory_iterator(room / "procedures")) {
+        EXPECT_NE(std::find(listed.begin(), listed.end(), entry.path()), listed.end()) << entry.path();
+        std::ifstream file(entry.path());
+        const std::string text{std::istreambuf_iterator<char>(file), {}};
+        const std::string name = "dbo." + entry.path().stem().string();
+        EXPECT_NE(text.find("DROP PROCEDURE IF EXISTS " + name + ";"), std::string::npos) << name;
+        EXPECT_NE(text.find("CREATE PROCEDURE " + name + "\n"), std::string::npos) << name;
+        EXPECT_NE(text.find("SET NOCOUNT ON;"), std::string::npos) << name;
+    }
+}
+
+}  // namespace regalon::test
