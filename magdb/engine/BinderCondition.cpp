@@ -1,4 +1,5 @@
 #include "engine/Binder.h"
+#include "engine/Like.h"
 #include "engine/SqlError.h"
 #include "engine/Text.h"
 
@@ -209,8 +210,10 @@ std::string Binder::like(const tsql::LikeExpr& node) {
     const Bound pattern = expr(*node.pattern);
     const SqlType text = textType(TypeId::NVarChar, -1);
     const TextOrder order = orderOf(value, pattern);
+    // Blanks at the end of a value do not count unless one of the two is Unicode.
+    const int blanks = isUnicode(value.type) || isUnicode(pattern.type) ? 0 : kLikeTrailingBlanks;
     std::string sql = "t_like(" + to(value, text).sql + "," + to(pattern, text).sql + "," +
-                      std::to_string(static_cast<int>(order));
+                      std::to_string(static_cast<int>(order) + blanks);
     if (node.escape) {
         sql += "," + to(expr(*node.escape), text).sql;
     }

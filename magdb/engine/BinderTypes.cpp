@@ -158,6 +158,9 @@ SqlType resolveType(const tsql::DataType& type, int position, bool inCast) {
     if (std::find(kUnsupported.begin(), kUnsupported.end(), name) != kUnsupported.end()) {
         refuse("the data type " + name);
     }
+    if (inCast) {
+        raise(243, {type.name});
+    }
     raise(2715, {std::to_string(position), type.name});
 }
 

@@ -190,6 +190,10 @@ void like(FunctionCall& call) {
             return;
         }
     }
+    const std::int64_t flags = call.integer(2);
+    const auto answer = [&](const LikePattern& compiled) {
+        call.giveInteger(compiled.matches(call.text(0), (flags & kLikeTrailingBlanks) != 0) ? 1 : 0);
+    };
     std::optional<char32_t> escape;
     if (call.count() > 3) {
         const std::u16string units = toUtf16(call.text(3));
@@ -207,16 +211,14 @@ void like(FunctionCall& call) {
     }
     // The pattern of a statement rarely changes from row to row.
     auto* pattern = static_cast<LikePattern*>(sqlite3_get_auxdata(call.context(), 1));
-    if (pattern == nullptr || pattern->text() != call.text(1)) {
-        auto fresh =
-            std::make_unique<LikePattern>(call.text(1), escape, static_cast<int>(call.integer(2)) == 0);
-        const bool matches = fresh->matches(call.text(0));
-        call.giveInteger(matches ? 1 : 0);
-        sqlite3_set_auxdata(call.context(), 1, fresh.release(),
-                            [](void* object) { delete static_cast<LikePattern*>(object); });
+    if (pattern != nullptr && pattern->text() == call.text(1)) {
+        answer(*pattern);
         return;
     }
-    call.giveInteger(pattern->matches(call.text(0)) ? 1 : 0);
+    auto fresh = std::make_unique<LikePattern>(call.text(1), escape, (flags & ~kLikeTrailingBlanks) == 0);
+    answer(*fresh);
+    sqlite3_set_auxdata(call.context(), 1, fresh.release(),
+                        [](void* object) { delete static_cast<LikePattern*>(object); });
 }
 
 DateTimeValue dateArgument(const FunctionCall& call, int index) {

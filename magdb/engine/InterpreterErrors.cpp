@@ -95,6 +95,17 @@ void Core::runRaiseError(const tsql::RaiseErrorStatement& statement) {
     message.severity = static_cast<int>(std::clamp<std::int64_t>(integer(statement.severity, 0), 0, 25));
     message.state = static_cast<int>(std::clamp<std::int64_t>(integer(statement.state, 1), 0, 255));
     if (!isText(messageType)) {
+        if (m_frame->module->objectId < 0 && !isNull(messageValue)) {
+            // A procedure of the server itself raises the server's own messages.
+            std::vector<std::string> texts;
+            for (const tsql::ExprPtr& argument : statement.arguments) {
+                SqlType type;
+                const Value value = evaluate(*argument, &type);
+                texts.push_back(isNull(value) ? "(null)" : displayText(value, type));
+            }
+            texts.resize(2);
+            raise(static_cast<int>(std::get<std::int64_t>(messageValue)), {texts[0], texts[1]});
+        }
         // Messages by number live in a table that no program here fills.
         message.number = 18054;
         message.severity = 16;

@@ -87,7 +87,8 @@ void Core::selectInto(SelectPlan& select) {
                 message.severity = 15;
                 message.text =
                     "An object or column name is missing or empty. For SELECT INTO statements, verify "
-                    "each column has a name.";
+                    "each column has a name. For other statements, look for empty alias names. Aliases "
+                    "defined as \"\" or [] are not allowed. Change the alias to a valid name.";
                 return message;
             }());
         }

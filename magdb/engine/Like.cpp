@@ -168,8 +168,15 @@ bool LikePattern::matchesFrom(const std::u32string& value, std::size_t at) const
     return token == m_tokens.size();
 }
 
-bool LikePattern::matches(std::string_view value) const {
-    return matchesFrom(toUtf32(value), 0);
+bool LikePattern::matches(std::string_view value, bool trailingBlanks) const {
+    std::u32string chars = toUtf32(value);
+    while (!matchesFrom(chars, 0)) {
+        if (!trailingBlanks || chars.empty() || chars.back() != U' ') {
+            return false;
+        }
+        chars.pop_back();
+    }
+    return true;
 }
 
 std::int64_t LikePattern::find(std::string_view value) const {

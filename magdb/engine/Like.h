@@ -7,13 +7,17 @@
 
 namespace magdb {
 
+/// Added to the number of the text order in a call of t_like: the value may have blanks at its end.
+inline constexpr int kLikeTrailingBlanks = 8;
+
 /// A pattern of LIKE: %, _, [sets] and [^sets], with an escape character.
 class LikePattern {
 public:
     LikePattern(std::string_view pattern, std::optional<char32_t> escape, bool ignoreCase);
 
     [[nodiscard]] const std::string& text() const { return m_text; }
-    [[nodiscard]] bool matches(std::string_view value) const;
+    /// trailingBlanks: the value may have more blanks at its end than the pattern, as values of varchar may.
+    [[nodiscard]] bool matches(std::string_view value, bool trailingBlanks = false) const;
     /// Position of the first match of the pattern inside the value, as PATINDEX counts: 1-based, 0 for none.
     [[nodiscard]] std::int64_t find(std::string_view value) const;
 

@@ -272,6 +272,11 @@ Value columnProperty(CatalogContext& context, Arguments arguments) {
     return nothing();
 }
 
+/// Identities are numeric(38,0) here, wide enough for every type of column.
+Value whole(std::int64_t value) {
+    return DecimalValue{value, 0};
+}
+
 Value identityOf(CatalogContext& context, Arguments arguments,
                  const std::function<Value(const Table&)>& answer) {
     const auto written = textAt(arguments, 0);
@@ -285,16 +290,16 @@ Value identityOf(CatalogContext& context, Arguments arguments,
 
 Value identCurrent(CatalogContext& context, Arguments arguments) {
     return identityOf(context, arguments, [&](const Table& table) {
-        return number(context.lastIdentity(table).value_or(table.identitySeed));
+        return whole(context.lastIdentity(table).value_or(table.identitySeed));
     });
 }
 
 Value identSeed(CatalogContext& context, Arguments arguments) {
-    return identityOf(context, arguments, [](const Table& table) { return number(table.identitySeed); });
+    return identityOf(context, arguments, [](const Table& table) { return whole(table.identitySeed); });
 }
 
 Value identIncrement(CatalogContext& context, Arguments arguments) {
-    return identityOf(context, arguments, [](const Table& table) { return number(table.identityIncrement); });
+    return identityOf(context, arguments, [](const Table& table) { return whole(table.identityIncrement); });
 }
 
 // ----------------------------------------------------------------------------------- databases and schemas

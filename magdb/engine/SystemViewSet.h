@@ -38,6 +38,9 @@ inline constexpr int kDboSchema = 1;
 [[nodiscard]] std::optional<SqlType> returnTypeOf(const SchemaObject& object);
 [[nodiscard]] const char* typeDescription(ObjectKind kind);
 
+/// An expression as the catalogue of the server shows it: in parentheses, numbers in two pairs.
+[[nodiscard]] std::string storedExpression(std::string_view written);
+
 /// A constraint with the number under which the catalogue shows it. Numbers lie beside that of the table.
 struct ConstraintInfo {
     std::int32_t id = 0;

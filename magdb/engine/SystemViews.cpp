@@ -3,6 +3,7 @@
 #include "engine/Binder.h"
 #include "engine/SystemViewSet.h"
 #include "engine/Text.h"
+#include "tsql/Parser.h"
 
 #include <array>
 #include <unordered_map>
@@ -148,6 +149,40 @@ const char* typeDescription(ObjectKind kind) {
     return kTexts[static_cast<std::size_t>(kind)];
 }
 
+namespace {
+
+/// The expression that a text is, or null.
+tsql::ExprPtr readExpression(std::string_view text) {
+    try {
+        return tsql::parseExpression(text);
+    } catch (const tsql::SyntaxError&) {
+        return nullptr;
+    }
+}
+
+}  // namespace
+
+std::string storedExpression(std::string_view written) {
+    if (written.empty()) {
+        return {};
+    }
+    std::string_view inner = written;
+    tsql::ExprPtr expr = readExpression(inner);
+    while (expr && inner.starts_with('(') && inner.ends_with(')')) {
+        tsql::ExprPtr within = readExpression(inner.substr(1, inner.size() - 2));
+        if (!within) {
+            break;  // the pairs at both ends are not one
+        }
+        expr = std::move(within);
+        inner = inner.substr(1, inner.size() - 2);
+    }
+    const auto* literal =
+        expr && expr->kind == tsql::ExprKind::Literal ? &tsql::as<tsql::LiteralExpr>(*expr) : nullptr;
+    const bool isNumeric = literal != nullptr && literal->type >= tsql::LiteralKind::Integer &&
+                           literal->type <= tsql::LiteralKind::Money;
+    return isNumeric ? "((" + std::string(inner) + "))" : "(" + std::string(inner) + ")";
+}
+
 std::vector<ConstraintInfo> constraintsOf(const Table& table) {
     std::vector<ConstraintInfo> list;
     const auto add = [&](std::string name, const char* type, const char* description) -> ConstraintInfo& {
@@ -175,7 +210,7 @@ std::vector<ConstraintInfo> constraintsOf(const Table& table) {
     for (std::size_t i = 0; i < table.columns.size(); ++i) {
         if (!table.columns[i].defaultText.empty()) {
             ConstraintInfo& info = add(table.columns[i].defaultName, "D", "DEFAULT_CONSTRAINT");
-            info.definition = table.columns[i].defaultText;
+            info.definition = storedExpression(table.columns[i].defaultText);
             info.column = static_cast<int>(i) + 1;
         }
     }

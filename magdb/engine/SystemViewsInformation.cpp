@@ -100,7 +100,8 @@ void addColumns(ViewList& list, DatabaseRole role) {
             int position = 0;
             for (const Column& column : columnsOf(context, *object)) {
                 auto row = nameValues(databaseName(context, role), object->name);
-                append(row, {text(column.name), number(++position), optionalText(column.defaultText),
+                append(row, {text(column.name), number(++position),
+                             optionalText(storedExpression(column.defaultText)),
                              text(column.nullable ? "YES" : "NO")});
                 append(row, typeValues(column.type));
                 take(std::move(row));

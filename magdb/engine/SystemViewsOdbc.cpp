@@ -55,7 +55,8 @@ void addColumns(ViewList& list, DatabaseRole role) {
                                 std::vector<Value> row = {text(databaseName(context, role)), text("dbo"),
                                                           text(object->name), text(column.name)};
                                 appendType(row, facts, column.nullable, column.identity);
-                                appendTail(row, facts, column.nullable, column.defaultText, ++position);
+                                appendTail(row, facts, column.nullable, storedExpression(column.defaultText),
+                                           ++position);
                                 take(std::move(row));
                             }
                         }

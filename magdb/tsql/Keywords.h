@@ -127,7 +127,6 @@ namespace magdb::tsql {
     X(Percent, "PERCENT")                                               \
     X(Pivot, "PIVOT")                                                   \
     X(Plan, "PLAN")                                                     \
-    X(Precision, "PRECISION")                                           \
     X(Primary, "PRIMARY")                                               \
     X(Print, "PRINT")                                                   \
     X(Proc, "PROC")                                                     \
@@ -231,6 +230,7 @@ namespace magdb::tsql {
     X(Partition, "PARTITION")       \
     X(Password, "PASSWORD")         \
     X(Persisted, "PERSISTED")       \
+    X(Precision, "PRECISION")       \
     X(Preceding, "PRECEDING")       \
     X(Prior, "PRIOR")               \
     X(Range, "RANGE")               \

@@ -32,7 +32,7 @@ INSTANTIATE_TEST_SUITE_P(Names, Expressions,
                                          TreeCase{"CURRENT_TIMESTAMP", "(call CURRENT_TIMESTAMP niladic)"},
                                          TreeCase{"left(a, 1) + right(b, 2)",
                                                   "(+ (call left a 1) (call right b 2))"},
-                                         TreeCase{"cast", "cast"}));
+                                         TreeCase{"cast", "cast"}, TreeCase{"c.precision", "c.precision"}));
 
 INSTANTIATE_TEST_SUITE_P(
     Functions, Expressions,
