@@ -181,7 +181,9 @@ TEST_F(ChangeIcon, AMissingIconFileEndsTheRoundWithItsMessage) {
 TEST_F(ChangeIcon, AStatusThatIsNoNumberIsAMismatch) {
     setStatus(1, 1, QStringLiteral("N'X'"));
     change();
-    ASSERT_GE(messages.count(), 1);
+    ASSERT_EQ(messages.count(), 1);
+    EXPECT_EQ(messages.last().Title, QStringLiteral("frmMagWatch - ChangeIconLocation"));
+    EXPECT_EQ(messages.last().Text, windowMessage(13));
     EXPECT_EQ(pictures().first(), QStringLiteral("x.ico"));
 }
 
@@ -198,7 +200,7 @@ TEST_F(ChangeIcon, RebulidMagHasTheFillsRecomputedUnderTheBusyPointer) {
     builder->RebulidMag(true);
     const auto calls = warehouse.calls(QStringLiteral("Kolv_mag_Refresh_Percent_Location"));
     ASSERT_EQ(calls.size(), 1);
-    EXPECT_EQ(calls.first(), QStringList(QStringLiteral("@RefreshLinePercent=N")));
+    EXPECT_EQ(calls.first(), QStringList(QStringLiteral("N")));
     EXPECT_EQ(canvas.imglocation().Count(), 4);
     // The demo's procedure finds nothing on these shelves.
     EXPECT_EQ(pictures(), texts({"LA_P_00.ico", "LB_P_00.ico", "LC_P_00.ico"}));

@@ -13,6 +13,14 @@ namespace {
 
 const QString kProbe = QStringLiteral("/* probe */ ");
 
+/// The gateway calls by position, so that the parameters of a call have no names on the wire.
+QStringList valuesOf(const LocalWarehouse::TraceEntry& entry) {
+    QStringList values;
+    for (const QString& value : entry.values)
+        values.append(value.section(QLatin1Char('='), 1));
+    return values;
+}
+
 }  // namespace
 
 MapWarehouse::MapWarehouse(LocalWarehouse::Content content) : server(content) {
@@ -96,7 +104,7 @@ QList<QStringList> MapWarehouse::calls(const QString& procedure) const {
     QList<QStringList> found;
     for (const auto& entry : server.entries()) {
         if (entry.kind == u"RPC" && entry.text.endsWith(procedure, Qt::CaseInsensitive))
-            found.append(entry.values);
+            found.append(valuesOf(entry));
     }
     return found;
 }

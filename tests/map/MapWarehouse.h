@@ -28,8 +28,8 @@ public:
     /// One value of the database, as text; "NULL" for NULL.
     QString value(const QString& sql);
 
-    /// Texts of the traced batches, and the traced calls of a procedure ("@p=value" each), without those of
-    /// value().
+    /// Texts of the traced batches, and the values of each traced call of a procedure in the order of its
+    /// parameters. Statements of value() are left out.
     QStringList batches() const;
     QList<QStringList> calls(const QString& procedure) const;
 

@@ -163,7 +163,7 @@ TEST_F(FrmMagWatch, RebuildingShowsTheWarehouseAsItIsNow) {
     ASSERT_TRUE(test::clickToolButton(window.get(), QStringLiteral("key_ReBulid")));
     EXPECT_EQ(canvas()->imgBookStand().Count(), before + 1);
     EXPECT_EQ(warehouse.calls(QStringLiteral("Kolv_mag_Refresh_Percent_Location")),
-              QList<QStringList>({{QStringLiteral("@RefreshLinePercent=N")}}));
+              QList<QStringList>({{QStringLiteral("N")}}));
     EXPECT_EQ(Screen::mousePointer(), MousePointer::Default);
     clickLocation(QStringLiteral("6_1_1_2"));
     EXPECT_EQ(label("lblObjectClick")->text(), QStringLiteral("Rząd: F Regał: 1 Półka: 1 Lokazliacja: 2"));
