@@ -153,17 +153,33 @@ std::string Binder::joined(const tsql::JoinTable& node, bool optional) {
             word = " CROSS JOIN ";
             break;
         case tsql::JoinType::CrossApply:
+            word = " CROSS JOIN ";
+            break;
         case tsql::JoinType::OuterApply:
-            refuse("APPLY");
+            word = " LEFT JOIN ";
+            rightOptional = true;
+            break;
     }
     std::string text = source(*node.left, leftOptional) + word;
     const bool nested = node.right->kind == tsql::TableSourceKind::Join;
-    const std::string right = source(*node.right, rightOptional);
+    const bool apply = node.type == tsql::JoinType::CrossApply || node.type == tsql::JoinType::OuterApply;
+    std::string right;
+    try {
+        right = source(*node.right, rightOptional);
+    } catch (const SqlError& error) {
+        // SQLite has no joins whose right side is computed for each row of the left one.
+        if (apply && (error.number() == 207 || error.number() == 4104)) {
+            refuse("APPLY of a query that uses columns of the table to its left");
+        }
+        throw;
+    }
     text += nested ? "(" + right + ")" : right;
     if (node.on) {
         std::vector<std::string>* const captured = std::exchange(m_captured, nullptr);
         text += " ON " + where(*node.on);
         m_captured = captured;
+    } else if (node.type == tsql::JoinType::OuterApply) {
+        text += " ON 1";
     }
     return text;
 }

@@ -208,6 +208,7 @@ CallOutcome Core::runProcedure(std::string_view name, std::vector<CallParameter>
             argument.value = std::move(parameter.value);
             argument.type = parameter.type;
             argument.output = parameter.output;
+            argument.byDefault = parameter.useDefault;
             arguments.push_back(std::move(argument));
         }
         try {

@@ -268,6 +268,9 @@ void Core::runExecute(const tsql::ExecuteStatement& statement) {
     }
     std::vector<Argument> arguments = argumentsOf(statement);
     const int status = callProcedure(name, arguments);
+    if (m_frame->depth == 0 && m_sink != nullptr) {
+        m_sink->procedureDone(status);
+    }
     for (const Argument& argument : arguments) {
         if (argument.slot >= 0) {
             m_frame->values[static_cast<std::size_t>(argument.slot)] =
