@@ -191,6 +191,26 @@ WHERE @data_type = 0 OR CASE WHEN @ODBCVer >= 3 THEN DATA_TYPE ELSE ODBC2_TYPE E
 ORDER BY 2, 1
 )";
 
+// The same for clients that know the type date as such.
+constexpr const char* kDatatypeInfo100 = R"(CREATE PROCEDURE sp_datatype_info_100
+    @data_type int = 0, @ODBCVer tinyint = 2 AS
+SET NOCOUNT ON
+SELECT TYPE_NAME, DATA_TYPE, [PRECISION], LITERAL_PREFIX, LITERAL_SUFFIX, CREATE_PARAMS, NULLABLE, CASE_SENSITIVE,
+    SEARCHABLE, UNSIGNED_ATTRIBUTE, MONEY, AUTO_INCREMENT, LOCAL_TYPE_NAME, MINIMUM_SCALE, MAXIMUM_SCALE,
+    CONVERT(smallint, CASE TYPE_NAME WHEN 'date' THEN 9 ELSE SQL_DATA_TYPE END) AS SQL_DATA_TYPE,
+    CONVERT(smallint, CASE TYPE_NAME WHEN 'date' THEN 1 ELSE SQL_DATETIME_SUB END) AS SQL_DATETIME_SUB,
+    NUM_PREC_RADIX, INTERVAL_PRECISION, USERTYPE
+FROM (SELECT TYPE_NAME,
+        CONVERT(smallint, CASE WHEN TYPE_NAME = 'date' THEN CASE WHEN @ODBCVer >= 3 THEN 91 ELSE 9 END
+            WHEN @ODBCVer >= 3 THEN DATA_TYPE ELSE ODBC2_TYPE END) AS DATA_TYPE,
+        [PRECISION], LITERAL_PREFIX, LITERAL_SUFFIX, CREATE_PARAMS, NULLABLE, CASE_SENSITIVE, SEARCHABLE,
+        UNSIGNED_ATTRIBUTE, MONEY, AUTO_INCREMENT, LOCAL_TYPE_NAME, MINIMUM_SCALE, MAXIMUM_SCALE, SQL_DATA_TYPE,
+        SQL_DATETIME_SUB, NUM_PREC_RADIX, INTERVAL_PRECISION, USERTYPE
+    FROM sys.spt_datatype_info) AS types
+WHERE @data_type = 0 OR DATA_TYPE = @data_type
+ORDER BY 2, 1
+)";
+
 constexpr const char* kDatabases = R"(CREATE PROCEDURE sp_databases AS
 SET NOCOUNT ON
 SELECT name AS DATABASE_NAME, CONVERT(int, NULL) AS DATABASE_SIZE, CONVERT(varchar(254), NULL) AS REMARKS
@@ -235,9 +255,9 @@ WHERE @attribute_id IS NULL OR attribute_id = @attribute_id
 ORDER BY 1
 )";
 
-constexpr std::array kSources = {kSprocColumns, kStoredProcedures, kTables,     kColumns,
-                                 kPrimaryKeys,  kForeignKeys,      kStatistics, kSpecialColumns,
-                                 kDatatypeInfo, kDatabases,        kHelpText,   kServerInfo};
+constexpr std::array kSources = {
+    kSprocColumns,   kStoredProcedures, kTables,          kColumns,   kPrimaryKeys, kForeignKeys, kStatistics,
+    kSpecialColumns, kDatatypeInfo,     kDatatypeInfo100, kDatabases, kHelpText,    kServerInfo};
 
 /// All modules by name; parsed once for the program.
 std::unordered_map<std::string, std::shared_ptr<const Module>> makeModules() {

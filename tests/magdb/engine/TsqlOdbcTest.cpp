@@ -223,8 +223,12 @@ TEST_F(CatalogueThroughOdbc, ProceduresAndTypesAreListed) {
     EXPECT_EQ(procedures.rows({1, 2, 3}), "MAGAZYN|dbo|Przesun;1");
 
     OdbcStatement types(m_connection);
-    ASSERT_TRUE(SQL_SUCCEEDED(SQLGetTypeInfo(types.handle(), SQL_INTEGER)));
+    ASSERT_TRUE(SQL_SUCCEEDED(SQLGetTypeInfo(types.handle(), SQL_INTEGER)))
+        << OdbcConnection::diagnostics(SQL_HANDLE_STMT, types.handle());
     EXPECT_EQ(types.rows({1, 2, 3}), "int|4|10");
+    OdbcStatement dates(m_connection);
+    ASSERT_TRUE(SQL_SUCCEEDED(SQLGetTypeInfo(dates.handle(), SQL_TYPE_DATE)));
+    EXPECT_EQ(dates.rows({1, 2, 16, 17}), "date|91|9|1");
 
     OdbcStatement statistics(m_connection);
     ASSERT_TRUE(SQL_SUCCEEDED(SQLStatistics(statistics.handle(), nullptr, 0, nullptr, 0, odbcText("Towar"),
