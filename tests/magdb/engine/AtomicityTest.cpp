@@ -1,0 +1,180 @@
+#include "magdb/engine/Collector.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+using namespace magdb;
+
+namespace {
+
+class Atomicity : public testing::Test {
+protected:
+    Atomicity() : engine(folder.file("STOCK.db")), session(engine.connectAsOwner()) {
+        run("CREATE TABLE t (id int NOT NULL PRIMARY KEY, v int NULL CHECK (v >= 0))");
+    }
+
+    Collector run(std::string_view sql) { return runBatch(*session, sql); }
+    std::int64_t count() { return number(*session, "SELECT COUNT(*) FROM t"); }
+
+    TemporaryFolder folder;
+    Engine engine;
+    std::unique_ptr<Session> session;
+};
+
+using Errors = std::vector<int>;
+
+TEST_F(Atomicity, AFailingCallLeavesNothingBehind) {
+    run("CREATE PROCEDURE p AS BEGIN INSERT t VALUES (1, 1) INSERT t VALUES (2, 2) SELECT 1 / 0 END");
+    EXPECT_EQ(run("EXEC p").errors(), Errors{8134});
+    EXPECT_EQ(count(), 0);
+    Collector sink;
+    EXPECT_TRUE(session->executeProcedure("p", {}, sink).failed);
+    EXPECT_EQ(count(), 0);
+}
+
+TEST_F(Atomicity, ACommitInsideAFailingCallIsUndoneToo) {
+    run("CREATE PROCEDURE p AS BEGIN BEGIN TRAN INSERT t VALUES (1, 1) COMMIT INSERT t VALUES (1, 1) END");
+    EXPECT_EQ(run("EXEC p").errors(), Errors{2627});
+    EXPECT_EQ(count(), 0);
+    EXPECT_EQ(number(*session, "SELECT @@TRANCOUNT"), 0);
+}
+
+TEST_F(Atomicity, AnErrorInANestedCallUndoesTheOuterOne) {
+    run("CREATE PROCEDURE inner_p AS INSERT t VALUES (1, -5)");
+    run("CREATE PROCEDURE p AS BEGIN INSERT t VALUES (7, 7) EXEC inner_p END");
+    EXPECT_EQ(run("EXEC p").errors(), Errors{547});
+    EXPECT_EQ(count(), 0);
+}
+
+TEST_F(Atomicity, AReportedErrorUndoesTheCallButRunsToItsEnd) {
+    run("CREATE PROCEDURE p AS BEGIN INSERT t VALUES (1, 1) RAISERROR('bad', 16, 1) SELECT 5 RETURN 3 END");
+    Collector sink;
+    const CallOutcome outcome = session->executeProcedure("p", {}, sink);
+    EXPECT_EQ(sink.errors(), Errors{50000});
+    EXPECT_EQ(std::get<std::int64_t>(sink.single()), 5);
+    EXPECT_EQ(outcome.status, 3);
+    EXPECT_EQ(count(), 0);
+}
+
+TEST_F(Atomicity, ACaughtErrorKeepsWhatCameBeforeIt) {
+    run("CREATE PROCEDURE p AS BEGIN INSERT t VALUES (1, 1) BEGIN TRY INSERT t VALUES (2, 2), (1, 1) END TRY "
+        "BEGIN CATCH INSERT t VALUES (3, ERROR_NUMBER()) END CATCH END");
+    EXPECT_EQ(run("EXEC p").errors(), Errors{});
+    EXPECT_EQ(text(*session, "SELECT STRING_AGG(CONVERT(varchar(9), id), ',') FROM t"), "1,3");
+    EXPECT_EQ(number(*session, "SELECT v FROM t WHERE id = 3"), 2627);
+}
+
+TEST_F(Atomicity, RollbackInACallUndoesItsTransactionAlone) {
+    run("CREATE PROCEDURE p AS BEGIN INSERT t VALUES (1, 1) BEGIN TRAN INSERT t VALUES (2, 2) ROLLBACK "
+        "INSERT t VALUES (3, 3) END");
+    EXPECT_EQ(run("EXEC p").errors(), Errors{});
+    EXPECT_EQ(text(*session, "SELECT STRING_AGG(CONVERT(varchar(9), id), ',') FROM t"), "1,3");
+}
+
+TEST_F(Atomicity, TheUsualGuardOfAProcedureWorks) {
+    run("CREATE PROCEDURE p @v int, @message nvarchar(200) OUTPUT AS BEGIN SET NOCOUNT ON SET @message = N'' "
+        "BEGIN TRY BEGIN TRAN INSERT t VALUES (1, 1) INSERT t VALUES (2, @v) COMMIT RETURN 0 END TRY "
+        "BEGIN CATCH IF @@TRANCOUNT > 0 ROLLBACK SET @message = ERROR_MESSAGE() RETURN 1 END CATCH END");
+    EXPECT_EQ(run("DECLARE @m nvarchar(200), @r int EXEC @r = p -1, @m OUTPUT SELECT @r").errors(), Errors{});
+    EXPECT_EQ(count(), 0);
+    EXPECT_EQ(number(*session, "DECLARE @m nvarchar(200), @r int EXEC @r = p 5, @m OUTPUT SELECT @r"), 0);
+    EXPECT_EQ(count(), 2);
+}
+
+TEST_F(Atomicity, StatementsOfABatchStandAlone) {
+    EXPECT_EQ(run("INSERT t VALUES (1, 1) INSERT t VALUES (1, 1) INSERT t VALUES (2, 2)").errors(),
+              Errors{2627});
+    EXPECT_EQ(count(), 2);
+    EXPECT_EQ(run("INSERT t VALUES (5, 5), (6, 6), (5, 5)").errors(), Errors{2627});
+    EXPECT_EQ(count(), 2);
+}
+
+TEST_F(Atomicity, AFailedConversionEndsTheBatchAndItsTransaction) {
+    EXPECT_EQ(
+        run("BEGIN TRAN INSERT t VALUES (1, 1) SELECT CONVERT(int, 'x') INSERT t VALUES (2, 2)").errors(),
+        Errors{245});
+    EXPECT_EQ(number(*session, "SELECT @@TRANCOUNT"), 0);
+    EXPECT_EQ(count(), 0);
+}
+
+TEST_F(Atomicity, AWrongColumnStopsTheBatchBeforeItsFirstStatement) {
+    EXPECT_EQ(run("INSERT t VALUES (1, 1) SELECT nonsense FROM t").errors(), Errors{207});
+    EXPECT_EQ(count(), 0);
+}
+
+TEST_F(Atomicity, ExplicitTransactionsNestByCount) {
+    run("BEGIN TRAN INSERT t VALUES (1, 1) BEGIN TRAN INSERT t VALUES (2, 2) COMMIT");
+    EXPECT_EQ(number(*session, "SELECT @@TRANCOUNT"), 1);
+    run("ROLLBACK");
+    EXPECT_EQ(number(*session, "SELECT @@TRANCOUNT"), 0);
+    EXPECT_EQ(count(), 0);
+    EXPECT_EQ(run("COMMIT").errors(), Errors{3902});
+    EXPECT_EQ(run("ROLLBACK").errors(), Errors{3903});
+}
+
+TEST_F(Atomicity, SavepointsRollBackToTheirPlace) {
+    run("BEGIN TRAN INSERT t VALUES (1, 1) SAVE TRAN s INSERT t VALUES (2, 2) ROLLBACK TRAN s "
+        "INSERT t VALUES (3, 3) COMMIT");
+    EXPECT_EQ(text(*session, "SELECT STRING_AGG(CONVERT(varchar(9), id), ',') FROM t"), "1,3");
+    EXPECT_EQ(run("BEGIN TRAN ROLLBACK TRAN nowhere").errors(), Errors{6401});
+    run("ROLLBACK");
+}
+
+TEST_F(Atomicity, XactAbortDoomsTheTransactionOfATry) {
+    EXPECT_EQ(
+        number(*session,
+               "SET XACT_ABORT ON BEGIN TRY BEGIN TRAN INSERT t VALUES (1, 1) INSERT t VALUES (1, 1) END TRY "
+               "BEGIN CATCH SELECT XACT_STATE() ROLLBACK END CATCH SET XACT_ABORT OFF"),
+        -1);
+    EXPECT_EQ(count(), 0);
+    EXPECT_EQ(
+        run("SET XACT_ABORT ON BEGIN TRY BEGIN TRAN INSERT t VALUES (1, 1) INSERT t VALUES (1, 1) END TRY "
+            "BEGIN CATCH COMMIT END CATCH")
+            .errors(),
+        Errors{3930});
+}
+
+TEST_F(Atomicity, TableVariablesKeepTheirRowsThroughARollback) {
+    EXPECT_EQ(number(*session,
+                     "DECLARE @v TABLE (a int PRIMARY KEY) BEGIN TRAN INSERT @v VALUES (1), (2) INSERT t "
+                     "VALUES (1, 1) "
+                     "ROLLBACK INSERT @v VALUES (3) SELECT COUNT(*) FROM @v"),
+              3);
+    EXPECT_EQ(count(), 0);
+}
+
+TEST_F(Atomicity, DefinitionsRollBackWithTheirTransaction) {
+    run("BEGIN TRAN");
+    run("CREATE TABLE u (a int) ");
+    run("INSERT u VALUES (1)");
+    run("ROLLBACK");
+    EXPECT_EQ(run("SELECT * FROM u").errors(), Errors{208});
+    EXPECT_EQ(run("CREATE TABLE u (a int)").errors(), Errors{});
+}
+
+TEST_F(Atomicity, AClientThatGoesInTheMiddleOfACallTakesItsWorkWithIt) {
+    run("CREATE PROCEDURE p AS BEGIN INSERT t VALUES (1, 1) SELECT id FROM t INSERT t VALUES (2, 2) END");
+    class Gone : public Collector {
+    public:
+        void row(std::span<const Value>) override { throw std::runtime_error("connection lost"); }
+    } gone;
+    EXPECT_THROW(session->executeProcedure("p", {}, gone), std::runtime_error);
+    EXPECT_EQ(count(), 0);
+    EXPECT_THROW(session->executeBatch("BEGIN TRAN INSERT t VALUES (1, 1) SELECT id FROM t", gone),
+                 std::runtime_error);
+    session.reset();
+    session = engine.connectAsOwner();
+    EXPECT_EQ(count(), 0);
+}
+
+TEST_F(Atomicity, ResetPutsTheSessionBackToItsLogin) {
+    run("CREATE TABLE #x (a int) SET NOCOUNT ON BEGIN TRAN INSERT t VALUES (1, 1)");
+    session->reset();
+    EXPECT_EQ(number(*session, "SELECT @@TRANCOUNT"), 0);
+    EXPECT_EQ(count(), 0);
+    EXPECT_EQ(run("SELECT * FROM #x").errors(), Errors{208});
+    EXPECT_TRUE(run("INSERT t VALUES (1, 1)").counts.front().has_value());
+}
+
+}  // namespace
