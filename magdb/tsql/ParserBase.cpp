@@ -126,7 +126,7 @@ void Parser::fail(int number, const std::string& text) const {
 
 void Parser::unsupported(std::string_view construct) const {
     throw SyntaxError(kUnsupportedConstruct, 16, atEnd() ? previous().line : token().line,
-                      std::string(construct) + " is not supported by this server.");
+                      "This server does not support " + std::string(construct) + ".");
 }
 
 void Parser::failTooDeep() const {
@@ -184,7 +184,7 @@ ObjectName Parser::objectName() {
     parts[2] = name();
     while (accept(TokenKind::Dot)) {
         if (!parts[0].empty())
-            unsupported("A name with a server part");
+            unsupported("a name with a server part");
         parts[0] = std::exchange(parts[1], std::exchange(parts[2], {}));
         if (!is(TokenKind::Dot))
             parts[2] = name();
@@ -276,7 +276,7 @@ DataType Parser::dataType() {
     DataType type;
     type.pos = here();
     if (is(Keyword::Cursor))
-        unsupported("A cursor variable or parameter");
+        unsupported("a cursor variable or parameter");
     typeName(type);
     typeFacets(type);
     return type;

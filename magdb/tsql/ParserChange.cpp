@@ -127,7 +127,7 @@ void Parser::setTarget(SetClause& clause) {
         clause.column = is(TokenKind::Dot) ? std::string() : name();
     }
     if (is(TokenKind::LeftParen))
-        unsupported("A method call in SET");
+        unsupported("a method call in SET");
 }
 
 StatementPtr Parser::deleteStatement(std::vector<CommonTable> with) {
@@ -169,7 +169,7 @@ OutputClause Parser::outputClause() {
     if (is(TokenKind::LeftParen) && isName(1))
         out.intoColumns = nameList();
     if (is(Keyword::Output))
-        unsupported("A second OUTPUT clause");
+        unsupported("a second OUTPUT clause");
     return out;
 }
 

@@ -459,7 +459,7 @@ ExprPtr Parser::nameAtom() {
     parts.push_back(name());
     while (accept(TokenKind::Dot)) {
         if (parts.size() == 4)
-            unsupported("A name with a server part");
+            unsupported("a name with a server part");
         parts.push_back(is(TokenKind::Dot) ? std::string() : name());
     }
     if (!is(TokenKind::LeftParen))

@@ -89,7 +89,7 @@ void Parser::withinGroup(FunctionExpr& call) {
 void Parser::over(FunctionExpr& call) {
     advance();
     if (!is(TokenKind::LeftParen))
-        unsupported("A named window");
+        unsupported("a named window");
     call.over = window();
     for (const ExprPtr& expr : call.over->partitionBy)
         include(call, expr.get());

@@ -170,7 +170,7 @@ StatementPtr Parser::createProcedure(bool alter) {
     advance();
     node->name = objectName();
     if (is(TokenKind::Semicolon) && is(TokenKind::Integer, 1))
-        unsupported("A numbered procedure");
+        unsupported("a numbered procedure");
     if (accept(TokenKind::LeftParen)) {
         node->parameters = parameters(TokenKind::RightParen);
         expect(TokenKind::RightParen);

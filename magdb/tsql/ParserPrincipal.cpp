@@ -47,12 +47,12 @@ void Parser::principalOptions(PrincipalStatement& statement) {
         unsupported("LOGIN ... " + upperText(token()));
     if (statement.type == Type::User && (accept(Keyword::For) || accept(Keyword::From))) {
         if (!is(Keyword::Login))
-            unsupported("A user without a login");
+            unsupported("a user without a login");
         advance();
         statement.login = name();
     }
     if (isWord("WITHOUT"))
-        unsupported("A user without a login");
+        unsupported("a user without a login");
     if (is(Keyword::Authorization))
         unsupported("AUTHORIZATION");
     if (!accept(Keyword::With)) {
@@ -73,7 +73,7 @@ void Parser::principalOption(PrincipalStatement& statement) {
     expect(TokenKind::Equal);
     if (option == "PASSWORD") {
         if (!is(TokenKind::String) && !is(TokenKind::NationalString))
-            unsupported("A hashed password");
+            unsupported("a hashed password");
         statement.password = decode(token());
         advance();
         if (isWord("HASHED") || isWord("MUST_CHANGE") || isWord("OLD_PASSWORD") || isWord("UNLOCK"))
@@ -84,7 +84,7 @@ void Parser::principalOption(PrincipalStatement& statement) {
         expect(Keyword::Off);
     } else if (option == "DEFAULT_SCHEMA") {
         if (!isWord("DBO"))
-            unsupported("A default schema other than dbo");
+            unsupported("a default schema other than dbo");
         advance();
     } else if (option == "DEFAULT_DATABASE" || option == "DEFAULT_LANGUAGE") {
         // There is one database and one language.
@@ -104,7 +104,7 @@ std::string Parser::permissionName() {
     if (words.empty())
         failHere();
     if (is(TokenKind::LeftParen))
-        unsupported("A permission on columns");
+        unsupported("a permission on columns");
     return words;
 }
 
@@ -126,7 +126,7 @@ StatementPtr Parser::permission(PermissionStatement::Action action) {
         }
         node->securable = objectName();
         if (is(TokenKind::LeftParen))
-            unsupported("A permission on columns");
+            unsupported("a permission on columns");
     }
     if (action != PermissionStatement::Action::Revoke || !accept(Keyword::From))
         expect(Keyword::To);

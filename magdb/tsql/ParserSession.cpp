@@ -137,7 +137,7 @@ StatementPtr Parser::setVariable() {
     node->op = *op;
     advance();
     if (is(Keyword::Cursor))
-        unsupported("A cursor variable");
+        unsupported("a cursor variable");
     node->value = expression();
     return node;
 }
@@ -310,9 +310,9 @@ StatementPtr Parser::cursorStatement(StatementKind kind) {
     node->pos = here();
     advance();
     if (isWord("SYMMETRIC") || (isWord("MASTER") && is(Keyword::Key, 1)))
-        unsupported("Encryption keys");
+        unsupported("encryption keys");
     if (is(TokenKind::Variable))
-        unsupported("A cursor variable");
+        unsupported("a cursor variable");
     if (isWord("GLOBAL") && isName(1))
         advance();
     node->name = name();
@@ -347,7 +347,7 @@ StatementPtr Parser::fetchStatement() {
     else
         accept(Keyword::From);
     if (is(TokenKind::Variable))
-        unsupported("A cursor variable");
+        unsupported("a cursor variable");
     if (isWord("GLOBAL") && isName(1))
         advance();
     node->name = name();

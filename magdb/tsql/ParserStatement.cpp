@@ -29,7 +29,7 @@ StatementPtr Parser::statement() {
         return selectStatement({});
     if (firstOfBatch && isName() && !is(Keyword::Throw)) {
         if (is(TokenKind::Colon, 1))
-            unsupported("A label for GOTO");
+            unsupported("a label for GOTO");
         return procedureCall(here());
     }
     const SourcePos pos = here();
@@ -115,7 +115,7 @@ StatementPtr Parser::wordStatement() {
             if (refusedStatement())
                 unsupported(upperText(token()));
             if (is(TokenKind::Word) && is(TokenKind::Colon, 1))
-                unsupported("A label for GOTO");
+                unsupported("a label for GOTO");
             failHere();
     }
 }
@@ -349,7 +349,7 @@ StatementPtr Parser::declareCursor() {
     node->query = query(true, true);
     if (accept(Keyword::For)) {
         if (is(Keyword::Update))
-            unsupported("A cursor FOR UPDATE");
+            unsupported("a cursor FOR UPDATE");
         expect(Keyword::Read);
         expect(Keyword::Only);
     }

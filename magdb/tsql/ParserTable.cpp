@@ -56,7 +56,7 @@ bool Parser::isTableConstraint() const {
 
 void Parser::tableElement(TableDefinition& table) {
     if (is(Keyword::Index))
-        unsupported("An index inside CREATE TABLE");
+        unsupported("an index inside CREATE TABLE");
     if (isWord("PERIOD") && is(Keyword::For, 1))
         unsupported("PERIOD FOR SYSTEM_TIME");
     if (isTableConstraint())
@@ -121,7 +121,7 @@ bool Parser::columnProperty(ColumnDefinition& column) {
         column.withValues = true;
     } else if (isWord("SPARSE") || isWord("MASKED") || isWord("ENCRYPTED") || isWord("FILESTREAM") ||
                isWord("HIDDEN") || isWord("GENERATED")) {
-        unsupported("A column that is " + upperText(token()));
+        unsupported("a column that is " + upperText(token()));
     } else {
         return false;
     }
@@ -365,7 +365,7 @@ StatementPtr Parser::createIndex() {
     if (!node->clustered)
         accept(Keyword::Nonclustered);
     if (isWord("COLUMNSTORE"))
-        unsupported("A columnstore index");
+        unsupported("a columnstore index");
     expect(Keyword::Index);
     node->name = name();
     expect(Keyword::On);

@@ -179,6 +179,21 @@ INSTANTIATE_TEST_SUITE_P(Conversions, Expression,
                                 Example{"ISNUMERIC('12.5')", "int 1"}, Example{"ISNUMERIC('x')", "int 0"}));
 
 INSTANTIATE_TEST_SUITE_P(
+    Floats, Result,
+    Values(Example{"CAST(123456789.123e0 AS varchar(30))", "'1.23457e+008'"},
+           Example{"CAST(1e15 AS varchar(30))", "'1e+015'"},
+           Example{"CAST(0.00001e0 AS varchar(30))", "'1e-005'"},
+           Example{"CAST(100000e0 AS varchar(30))", "'100000'"},
+           Example{"CONVERT(varchar(30), 1.0e0 / 3, 1)", "'3.3333333e-001'"},
+           Example{"CONVERT(varchar(30), 1.0e0 / 3, 2)", "'3.333333333333333e-001'"},
+           Example{"CAST(1.0e0 / 3 AS decimal(10,4))", "0.3333"}, Example{"ROUND(2.345e0, 2)", "2.35"},
+           Example{"LEN(12345)", "5"}, Example{"LEN(1.50)", "4"},
+           Example{"STUFF('abc', 2, 0, 'XX')", "'aXXbc'"}, Example{"STUFF('abc', 0, 1, 'x')", "NULL"},
+           Example{"DATEADD(day, 1.9, CAST('20240101' AS datetime))", "2024-01-02 00:00:00.000"},
+           Example{"CAST('12:30' AS datetime)", "1900-01-01 12:30:00.000"},
+           Example{"CASE WHEN 'a' LIKE NULL THEN 1 WHEN NOT 'a' LIKE NULL THEN 2 ELSE 3 END", "3"}));
+
+INSTANTIATE_TEST_SUITE_P(
     DateStyles, Expression,
     Values(Example{"CONVERT(varchar(30), CAST('2024-02-09 13:14:15.678' AS datetime))",
                    "varchar(30) 'Feb  9 2024  1:14PM'"},

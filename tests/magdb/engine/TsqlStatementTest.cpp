@@ -213,6 +213,23 @@ TEST_F(Statements, TablesRefuseWhatTheirConstraintsForbid) {
     EXPECT_EQ(run("SELECT i, n, c FROM t"), "1|'a'|1");
 }
 
+TEST_F(Statements, InsertedValuesTakeTheTypeOfTheirColumn) {
+    m_runner.run("CREATE TABLE t (i int, d decimal(9,2), v varchar(10), n nvarchar(10), m money, b bit)");
+    m_runner.run("INSERT t VALUES ('12', '1.555', 5, 1.5, '3.14159', 'false')");
+    m_runner.run("INSERT t VALUES (1.9, 2, '', N'ż', 1, 5)");
+    // The rows of one VALUES list have one type in each column, so text beside a number must be a number.
+    EXPECT_EQ(run("INSERT t (n) VALUES (1.5), (N'x')"), "Msg 8114");
+    EXPECT_EQ(run("SELECT i, d, v, n, m, b FROM t ORDER BY i DESC"),
+              "12|1.56|'5'|'1.5'|3.1416|0;1|2.00|''|'ż'|1.0000|1");
+}
+
+TEST_F(Statements, PrintAndRaiserrorFormatTheirText) {
+    EXPECT_EQ(messages("PRINT 1.50"), "0 1.50");
+    EXPECT_EQ(messages("DECLARE @d datetime = '20240102 03:04:05' PRINT @d"), "0 Jan  2 2024  3:04AM");
+    EXPECT_EQ(messages("RAISERROR('%s ma %d szt. %5d|%-5d| %i %% %x', 10, 1, 'A', 5, 42, 42, 7, 255)"),
+              "50000 A ma 5 szt.    42|42   | 7 % ff");
+}
+
 TEST_F(Statements, ForeignKeysHold) {
     m_runner.run("CREATE TABLE p (i int PRIMARY KEY) INSERT p VALUES (1)");
     m_runner.run("CREATE TABLE c (j int CONSTRAINT FK_c REFERENCES p (i))");
