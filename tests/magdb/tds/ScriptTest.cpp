@@ -26,7 +26,7 @@ TEST(Script, LeavesGoInsideALineAlone) {
 
 TEST(Script, LeavesEmptyBatchesOut) {
     EXPECT_EQ(split(""), Batches{});
-    EXPECT_EQ(split("GO\n\n \t\nGO\nGO\nx\nGO"), (Batches{{5, "x\n"}}));
+    EXPECT_EQ(split("GO\n\n \t\nGO\nGO\nx\nGO"), (Batches{{6, "x\n"}}));
 }
 
 TEST(Script, DropsAByteOrderMark) {
