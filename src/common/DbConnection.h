@@ -36,9 +36,9 @@ public:
     void setConnectionTimeout(int seconds) { m_connectionTimeout = seconds; }
     int ConnectionTimeout() const { return m_connectionTimeout; }
 
-    /// Connects. Throws Authentication for a refused login, General when no server answers, Statement with
-    /// the server's text for anything else that the server refuses (an unknown database), ObjectOpen when
-    /// open.
+    /// Connects. Throws Authentication for a refused login, General when no server answers in time, Statement
+    /// with the server's text for anything else that the server refuses (an unknown database), ObjectOpen
+    /// when open.
     void Open();
     /// Sets both and connects.
     void Open(const QString& connectionString, int timeoutSeconds = defaultTimeout);

@@ -80,6 +80,14 @@ DbParameterInfo returnValueInfo() {
     return {u"@RETURN_VALUE"_s, DbType::Integer, 0, 0, true};
 }
 
+// A server that does not answer the login in time is no server to the user.
+RunTimeError loginError(SQLHDBC connection, const QString& source) {
+    const RunTimeError error = odbc::toRunTimeError(odbc::diagnostics(SQL_HANDLE_DBC, connection), source);
+    return error.number() == DbError::Timeout
+               ? RunTimeError(DbError::General, error.record().Description, source)
+               : error;
+}
+
 }  // namespace
 
 DbSession::Link::Link(const QString& driverText, const QString& source, int loginTimeout) {
@@ -92,7 +100,7 @@ DbSession::Link::Link(const QString& driverText, const QString& source, int logi
                                                static_cast<SQLSMALLINT>(driverText.size()), nullptr, 0,
                                                nullptr, SQL_DRIVER_NOPROMPT);
     if (!SQL_SUCCEEDED(result)) {
-        throw odbc::toRunTimeError(odbc::diagnostics(SQL_HANDLE_DBC, m_connection.get()), source);
+        throw loginError(m_connection.get(), source);
     }
     m_connected = true;
 }

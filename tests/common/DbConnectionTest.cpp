@@ -5,6 +5,7 @@
 #include "platform/ListView.h"
 #include "platform/Settings.h"
 
+#include <QDir>
 #include <QElapsedTimer>
 
 namespace regalon {
@@ -77,6 +78,36 @@ TEST_F(DbConnectionTest, StoppedServerIsAGeneralFailure) {
     connection().Close();
     ASSERT_TRUE(warehouse.stop());
     EXPECT_EQ(failureOfOpening(text).Number, static_cast<qint32>(0x80004005U));
+}
+
+TEST_F(DbConnectionTest, ServerThatDoesNotAnswerTheLoginInTimeIsAGeneralFailure) {
+    warehouse.freeze();
+    DbConnection other;
+    other.setConnectionString(warehouse.connectionString());
+    other.setConnectionTimeout(1);
+    EXPECT_EQ(failureOf([&] { other.Open(); }).Number, DbError::General);
+    EXPECT_EQ(other.State(), 0);
+    warehouse.thaw();
+    other.Open();
+    EXPECT_EQ(other.State(), 1);
+}
+
+int openFiles() {
+    return static_cast<int>(QDir(u"/proc/self/fd"_s).entryList(QDir::Files | QDir::System).size());
+}
+
+TEST_F(DbConnectionTest, ClosedAndFailedConnectionsLeaveNoSocketBehind) {
+    const auto openAndFail = [&] {
+        DbConnection good;
+        good.Open(warehouse.connectionString());
+        failureOfOpening(warehouse.connectionString(warehouse.login(), u"zle"_s, warehouse.database()));
+    };
+    openAndFail();
+    const int before = openFiles();
+    for (int i = 0; i < 20; ++i) {
+        openAndFail();
+    }
+    EXPECT_EQ(openFiles(), before);
 }
 
 TEST_F(DbConnectionTest, UnknownHostIsAGeneralFailure) {

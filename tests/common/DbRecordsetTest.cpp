@@ -226,6 +226,12 @@ TEST_F(DbRecordsetTest, StatementsGoToTheServerByteForByteInOneRoundTripEach) {
     EXPECT_EQ(warehouse.trace(), texts);
 }
 
+TEST_F(DbRecordsetTest, BracesAreLeftToTheServer) {
+    const QString text = u"select {fn ucase('a')}"_s;
+    failureOfText(text);
+    EXPECT_EQ(warehouse.trace(), QStringList{text});
+}
+
 TEST_F(DbRecordsetTest, ConnectingSendsNoStatement) {
     DbConnection second;
     second.Open(warehouse.connectionString());

@@ -7,6 +7,10 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
+#include <QThread>
+
+#include <algorithm>
+#include <csignal>
 
 namespace regalon::test {
 
@@ -38,6 +42,15 @@ QString unescaped(QStringView text) {
                                 : sign;
     }
     return plain;
+}
+
+bool everyThreadStopped(qint64 process) {
+    const QDir tasks(u"/proc/"_s + QString::number(process) + u"/task"_s);
+    const QStringList threads = tasks.entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    return std::all_of(threads.begin(), threads.end(), [&tasks](const QString& thread) {
+        QFile stat(tasks.filePath(thread + u"/stat"_s));
+        return stat.open(QIODevice::ReadOnly) && stat.readAll().contains(") T ");
+    });
 }
 
 LocalWarehouse::TraceEntry toEntry(const QString& line) {
@@ -133,6 +146,20 @@ void LocalWarehouse::kill() {
         m_server.kill();
         m_server.waitForFinished(patienceMilliseconds);
     }
+}
+
+void LocalWarehouse::freeze() {
+    ::kill(static_cast<pid_t>(m_server.processId()), SIGSTOP);
+    // The signal takes each thread on its own, some time after the call.
+    QElapsedTimer clock;
+    clock.start();
+    while (!everyThreadStopped(m_server.processId()) && clock.elapsed() < patienceMilliseconds) {
+        QThread::yieldCurrentThread();
+    }
+}
+
+void LocalWarehouse::thaw() {
+    ::kill(static_cast<pid_t>(m_server.processId()), SIGCONT);
 }
 
 QString LocalWarehouse::server() const {

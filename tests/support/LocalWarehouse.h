@@ -29,6 +29,9 @@ public:
     bool stop();
     /// Ends the server at once, in the middle of whatever it does.
     void kill();
+    /// Freezes the server, so that it answers nothing, and lets it go on.
+    void freeze();
+    void thaw();
     bool running() const { return m_server.state() == QProcess::Running; }
     QString why() const { return m_why; }
 
