@@ -25,6 +25,11 @@ std::shared_ptr<const Table> Binder::targetTable(const tsql::TableTarget& target
         }
         return variable->table;
     }
+    for (const CommonEntry& common : m_commons) {
+        if (target.name.schema.empty() && sameName(common.table->name, target.name.name)) {
+            refuse("changes through a common table expression");
+        }
+    }
     const std::shared_ptr<const SchemaObject> found = object(target.name);
     if (!found) {
         raise(208, {dotted(target.name)});
@@ -335,6 +340,15 @@ UpdatePlan Binder::update(const tsql::UpdateStatement& statement) {
     bound.items.push_back(rowid);
     bound.names.emplace_back();
     std::vector<Bound> variableValues;
+    // A variable that the statement sets has, in its expressions, the value that the row before left.
+    std::unordered_map<std::string, SqlType> accumulators;
+    for (const tsql::SetClause& clause : statement.set) {
+        const Variable* assigned = clause.variable.empty() ? nullptr : m_context.variable(clause.variable);
+        if (assigned != nullptr) {
+            accumulators.emplace(nameKey(clause.variable), assigned->type);
+        }
+    }
+    m_accumulators = &accumulators;
     for (const tsql::SetClause& clause : statement.set) {
         int index = -1;
         std::optional<Bound> current;
@@ -395,6 +409,7 @@ UpdatePlan Binder::update(const tsql::UpdateStatement& statement) {
             variableValues.push_back(to(value, variable->type));
         }
     }
+    m_accumulators = nullptr;
     for (const Bound& value : variableValues) {
         plan.variableColumns.push_back(static_cast<int>(bound.items.size()));
         bound.items.push_back(value);

@@ -46,8 +46,9 @@ Bound bindCoalesce(FunctionBinder& call) {
         throw SqlError([] {
             ServerMessage message = serverMessage(8133);
             message.number = 4127;
-            message.text = "At least one of the arguments to COALESCE must be an expression that is not the "
-                           "NULL constant.";
+            message.text =
+                "At least one of the arguments to COALESCE must be an expression that is not the "
+                "NULL constant.";
             return message;
         }());
     }
@@ -67,8 +68,9 @@ Bound bindNullIf(FunctionBinder& call) {
         throw SqlError([] {
             ServerMessage message = serverMessage(8133);
             message.number = 4151;
-            message.text = "The type of the first argument to NULLIF cannot be the NULL constant because the "
-                           "type of the first argument has to be known.";
+            message.text =
+                "The type of the first argument to NULLIF cannot be the NULL constant because the "
+                "type of the first argument has to be known.";
             return message;
         }());
     }
@@ -187,18 +189,12 @@ const BuiltIn* catalogFunction(const std::string& name) {
 
 const std::vector<BuiltIn>& systemFunctions() {
     static const std::vector<BuiltIn> kTable = {
-        {"isnull", 2, 2, bindIsNull},
-        {"coalesce", 1, 100, bindCoalesce},
-        {"nullif", 2, 2, bindNullIf},
-        {"iif", 3, 3, bindIif},
-        {"choose", 2, 100, bindChoose},
-        {"isnumeric", 1, 1, bindIsNumeric},
-        {"newid", 0, 0, bindNewId},
-        {"user", 0, 0, bindUserName},
-        {"user_name", 0, 1, bindUserName},
-        {"current_user", 0, 0, bindUserName},
-        {"session_user", 0, 0, bindUserName},
-        {"db_name", 0, 1, bindDbName},
+        {"isnull", 2, 2, bindIsNull},         {"coalesce", 1, 100, bindCoalesce},
+        {"nullif", 2, 2, bindNullIf},         {"iif", 3, 3, bindIif},
+        {"choose", 2, 100, bindChoose},       {"isnumeric", 1, 1, bindIsNumeric},
+        {"newid", 0, 0, bindNewId},           {"user", 0, 0, bindUserName},
+        {"user_name", 0, 1, bindUserName},    {"current_user", 0, 0, bindUserName},
+        {"session_user", 0, 0, bindUserName}, {"db_name", 0, 1, bindDbName},
     };
     return kTable;
 }

@@ -55,6 +55,12 @@ const Variable* Core::variable(const std::string& name) const {
 
 std::vector<Column> Core::columnsOf(const Module& module) {
     std::vector<Column> columns;
+    if (module.kind == ObjectKind::TableFunction) {
+        return buildTable(module.name, module.function().table, module.source)->columns;
+    }
+    if (module.kind != ObjectKind::View && module.kind != ObjectKind::InlineFunction) {
+        return columns;
+    }
     try {
         Binder binder(*this);
         for (const SourceColumn& source : binder.viewColumns(module)) {
@@ -152,8 +158,7 @@ bool Core::runTopBatch(const std::string& text) {
         const int number = error.number();
         // A failed conversion ends the batch and takes the transaction with it; a name that does not exist
         // ends the batch alone.
-        const bool compileError = number == 207 || number == 208 || number == 209 || number == 4104 ||
-                                  number == 137 || error.message().severity == 15 || number == 40517;
+        const bool compileError = error.binding || error.message().severity == 15;
         endTopBatch(frame);
         if (m_tranCount > 0 &&
             (m_options.xactAbort || (endsBatch(number, error.message().severity) && !compileError))) {

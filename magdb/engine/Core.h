@@ -168,6 +168,7 @@ private:
     [[nodiscard]] std::vector<Row> executeForRows(const tsql::Statement& statement, std::size_t width,
                                                   std::vector<SqlType>& types);
     void runUpdate(const tsql::UpdateStatement& statement);
+    [[nodiscard]] std::vector<Row> updateRows(UpdatePlan& update);
     void runDelete(const tsql::DeleteStatement& statement);
     void runTruncate(const tsql::TruncateStatement& statement);
     void sendOutput(OutputPlan& plan, PlanEntry& entry, const std::vector<Row>& inserted,
@@ -378,8 +379,13 @@ PlanType& Core::plan(const void* node, Make make, PlanEntry** holder) {
         found.writer.reset();
         found.outputWriter.reset();
         found.plan = std::monostate{};
-        Binder binder(*this);
-        found.plan = make(binder);
+        try {
+            Binder binder(*this);
+            found.plan = make(binder);
+        } catch (SqlError& error) {
+            error.binding = true;
+            throw;
+        }
         collectDependencies(found);
     }
     if (holder != nullptr) {

@@ -260,29 +260,35 @@ void ncharOf(FunctionCall& call) {
     }
 }
 
+/// A float with so many decimals, halves away from zero.
+std::string fixedText(double value, std::int64_t decimals) {
+    if (const std::optional<DecimalValue> number = fromDouble(value, static_cast<int>(decimals))) {
+        return formatDecimal(*number);
+    }
+    std::array<char, 400> buffer{};
+    std::snprintf(buffer.data(), buffer.size(), "%.*f", static_cast<int>(decimals), value);
+    return buffer.data();
+}
+
 void str(FunctionCall& call) {
     const std::int64_t length = call.integer(1);
-    std::int64_t decimals = std::clamp<std::int64_t>(call.integer(2), 0, 16);
+    const std::int64_t decimals = std::clamp<std::int64_t>(call.integer(2), 0, 16);
     if (length < 1 || length > 8000) {
         return;
     }
-    std::array<char, 400> buffer{};
-    std::snprintf(buffer.data(), buffer.size(), "%.*f", static_cast<int>(decimals), call.real(0));
-    std::string text(buffer.data());
-    const std::size_t point = text.find('.');
-    const std::size_t whole = point == std::string::npos ? text.size() : point;
-    if (whole > static_cast<std::size_t>(length)) {
-        call.giveText(std::string(static_cast<std::size_t>(length), '*'));
+    const auto room = static_cast<std::size_t>(length);
+    std::string text = fixedText(call.real(0), decimals);
+    const std::size_t whole = std::min(text.find('.'), text.size());
+    if (whole > room) {
+        call.giveText(std::string(room, '*'));
         return;
     }
-    if (text.size() > static_cast<std::size_t>(length)) {
-        const auto room = static_cast<std::int64_t>(length) - static_cast<std::int64_t>(whole) - 1;
-        std::snprintf(buffer.data(), buffer.size(), "%.*f", static_cast<int>(std::max<std::int64_t>(room, 0)),
-                      call.real(0));
-        text = buffer.data();
+    if (text.size() > room) {
+        // Decimals give way to the whole part.
+        text = fixedText(call.real(0), room > whole + 1 ? static_cast<std::int64_t>(room - whole - 1) : 0);
     }
-    if (text.size() < static_cast<std::size_t>(length)) {
-        text.insert(0, static_cast<std::size_t>(length) - text.size(), ' ');
+    if (text.size() < room) {
+        text.insert(0, room - text.size(), ' ');
     }
     call.giveText(text);
 }

@@ -44,7 +44,7 @@ Flow Core::runStatement(const tsql::Statement& statement) {
             statement.kind == tsql::StatementKind::If || statement.kind == tsql::StatementKind::While ||
             statement.kind == tsql::StatementKind::Block || statement.kind == tsql::StatementKind::TryCatch;
         if (container || m_frame->depth > 0 || m_frame->isFunction || insideTry() || m_options.xactAbort ||
-            endsBatch(error.number(), error.message().severity) ||
+            endsBatch(error.number(), error.message().severity) || error.binding ||
             statement.kind == tsql::StatementKind::Throw) {
             throw;
         }

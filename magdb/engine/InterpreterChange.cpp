@@ -169,6 +169,27 @@ void Core::sendOutput(OutputPlan& output, PlanEntry& entry, const std::vector<Ro
     }
 }
 
+std::vector<Row> Core::updateRows(UpdatePlan& update) {
+    if (update.variableSlots.empty()) {
+        return fetchAll(update.source);
+    }
+    SqliteStatement& running = start(update.source);
+    const SqliteReset reset(running);
+    std::vector<Row> rows;
+    while (step(running)) {
+        Row values;
+        for (std::size_t i = 0; i < update.source.columns.size(); ++i) {
+            values.push_back(running.value(static_cast<int>(i), update.source.columns[i].type));
+        }
+        for (std::size_t i = 0; i < update.variableSlots.size(); ++i) {
+            m_frame->values[static_cast<std::size_t>(update.variableSlots[i])] =
+                values[static_cast<std::size_t>(update.variableColumns[i])];
+        }
+        rows.push_back(std::move(values));
+    }
+    return rows;
+}
+
 void Core::runUpdate(const tsql::UpdateStatement& statement) {
     PlanEntry* holder = nullptr;
     const auto make = [&](Binder& binder) { return binder.update(statement); };
@@ -185,7 +206,7 @@ void Core::runUpdate(const tsql::UpdateStatement& statement) {
     writer.begin();
     const Table& table = *update->target;
     // First what to write, then the writing: an UPDATE never meets its own rows again.
-    std::vector<Row> rows = fetchAll(update->source);
+    std::vector<Row> rows = updateRows(*update);
     std::unordered_set<std::int64_t> seen;
     std::erase_if(rows, [&](const Row& row) {
         return isNull(row.front()) || !seen.insert(std::get<std::int64_t>(row.front())).second;
@@ -206,10 +227,6 @@ void Core::runUpdate(const tsql::UpdateStatement& statement) {
         }
         ids.push_back(id);
         after.push_back(std::move(fresh));
-        for (std::size_t i = 0; i < update->variableSlots.size(); ++i) {
-            m_frame->values[static_cast<std::size_t>(update->variableSlots[i])] =
-                row[static_cast<std::size_t>(update->variableColumns[i])];
-        }
     }
     if (ids.size() > 1 && writer.touchesKey(update->columns)) {
         writer.updateAll(ids, before, after, update->columns);

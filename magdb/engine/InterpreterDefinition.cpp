@@ -338,8 +338,19 @@ void Core::createModule(const tsql::ObjectName& name, ObjectKind kind, bool alte
         module->created = existing->created;
     }
     if (kind == ObjectKind::View || kind == ObjectKind::InlineFunction) {
-        Binder binder(*this);
-        const std::vector<SourceColumn> columns = binder.viewColumns(*module);
+        const std::vector<SourceColumn> columns = [&] {
+            try {
+                Binder binder(*this);
+                return binder.viewColumns(*module);
+            } catch (const SqlError& error) {
+                if (error.number() != 8155) {
+                    throw;
+                }
+                const std::string& text = error.message().text;
+                const std::size_t at = text.find("for column ") + 11;
+                raise(4511, {text.substr(at, text.find(' ', at) - at)});
+            }
+        }();
         for (std::size_t i = 0; i < columns.size(); ++i) {
             if (columns[i].name.empty()) {
                 raise(4511, {std::to_string(i + 1)});

@@ -389,67 +389,73 @@ void RowWriter::checkParents(const Row& row, std::string_view statement) {
     }
 }
 
-void RowWriter::followChildren(const Row& oldRow, const Row* newRow, std::string_view statement) {
-    // A key that another row still holds is not missed.
+std::vector<int> RowWriter::parentColumns(const ForeignKey& key) const {
+    std::vector<int> columns;
+    for (const std::string& name : key.referencedColumns) {
+        columns.push_back(m_table->columnIndex(name));
+    }
+    return columns;
+}
+
+bool RowWriter::isHeld(const std::vector<int>& columns, const Row& row) {
+    SqliteStatement& search =
+        cached("SELECT 1 FROM " + m_table->physical + " WHERE " + listOf(*m_table, columns, " = ?", " AND "));
+    const SqliteReset reset(search);
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        search.bind(static_cast<int>(i) + 1, row[static_cast<std::size_t>(columns[i])]);
+    }
+    return search.step();
+}
+
+void RowWriter::findOrphans(const Change& change, std::vector<Orphans>& found) {
     for (const std::shared_ptr<const Table>& child : m_core.schema().referencing(m_table->name)) {
         for (const ForeignKey& key : child->foreignKeys) {
-            if (sameName(key.referenced, m_table->name)) {
-                cascade(*child, key, oldRow, newRow, statement);
+            if (!sameName(key.referenced, m_table->name)) {
+                continue;
+            }
+            const std::vector<int> columns = parentColumns(key);
+            const bool removed = change.newRow.empty();
+            const bool unchanged = std::all_of(columns.begin(), columns.end(), [&](int index) {
+                const auto at = static_cast<std::size_t>(index);
+                return !removed && change.oldRow[at] == change.newRow[at];
+            });
+            const bool anyNull = std::any_of(columns.begin(), columns.end(), [&](int index) {
+                return isNull(change.oldRow[static_cast<std::size_t>(index)]);
+            });
+            if (unchanged || anyNull) {
+                continue;
+            }
+            SqliteStatement& search = cached("SELECT rowid FROM " + child->physical + " WHERE " +
+                                             listOf(*child, key.columns, " = ?", " AND "));
+            const SqliteReset reset(search);
+            for (std::size_t i = 0; i < columns.size(); ++i) {
+                const auto own = static_cast<std::size_t>(columns[i]);
+                search.bind(static_cast<int>(i) + 1,
+                            convert(change.oldRow[own], m_table->columns[own].type,
+                                    child->columns[static_cast<std::size_t>(key.columns[i])].type));
+            }
+            Orphans orphans{child, &key, {}, &change};
+            while (search.step()) {
+                orphans.rowids.push_back(search.integer(0));
+            }
+            if (!orphans.rowids.empty()) {
+                found.push_back(std::move(orphans));
             }
         }
     }
 }
 
-void RowWriter::cascade(const Table& child, const ForeignKey& key, const Row& oldRow, const Row* newRow,
-                        std::string_view statement) {
-    std::vector<int> parents;
-    std::string condition;
-    std::string still;
-    bool same = newRow != nullptr;
-    for (std::size_t i = 0; i < key.columns.size(); ++i) {
-        const int index = m_table->columnIndex(key.referencedColumns[i]);
-        parents.push_back(index);
-        const auto at = static_cast<std::size_t>(index);
-        if (isNull(oldRow[at])) {
-            return;
-        }
-        same = same && oldRow[at] == (*newRow)[at];
-        condition += (i == 0 ? "" : " AND ") +
-                     quoted(child.columns[static_cast<std::size_t>(key.columns[i])].name) + " = ?";
-        still += (i == 0 ? "" : " AND ") + quoted(m_table->columns[at].name) + " = ?";
-    }
-    if (same) {
-        return;
-    }
-    {
-        SqliteStatement& other = cached("SELECT 1 FROM " + m_table->physical + " WHERE " + still);
-        const SqliteReset reset(other);
-        for (std::size_t i = 0; i < parents.size(); ++i) {
-            other.bind(static_cast<int>(i) + 1, oldRow[static_cast<std::size_t>(parents[i])]);
-        }
-        if (other.step()) {
-            return;
-        }
-    }
-    std::vector<std::int64_t> orphans;
-    {
-        SqliteStatement& search = cached("SELECT rowid FROM " + child.physical + " WHERE " + condition);
-        const SqliteReset reset(search);
-        for (std::size_t i = 0; i < parents.size(); ++i) {
-            const auto own = static_cast<std::size_t>(parents[i]);
-            search.bind(static_cast<int>(i) + 1,
-                        convert(oldRow[own], m_table->columns[own].type,
-                                child.columns[static_cast<std::size_t>(key.columns[i])].type));
-        }
-        while (search.step()) {
-            orphans.push_back(search.integer(0));
-        }
-    }
-    if (orphans.empty()) {
-        return;
-    }
-    const tsql::ReferentialAction action = newRow != nullptr ? key.onUpdate : key.onDelete;
+void RowWriter::settle(const Orphans& orphans, std::string_view statement) {
+    const ForeignKey& key = *orphans.key;
+    const Table& child = *orphans.child;
+    const std::vector<int> columns = parentColumns(key);
+    const bool removed = orphans.change->newRow.empty();
+    const tsql::ReferentialAction action = removed ? key.onDelete : key.onUpdate;
     if (action == tsql::ReferentialAction::NoAction) {
+        // A key that another row has taken over is not missed.
+        if (isHeld(columns, orphans.change->oldRow)) {
+            return;
+        }
         const std::string column =
             key.columns.size() == 1 ? child.columns[static_cast<std::size_t>(key.columns.front())].name : "";
         raise(547, {statement, sameName(child.name, m_table->name) ? "SAME TABLE REFERENCE" : "REFERENCE",
@@ -459,17 +465,21 @@ void RowWriter::cascade(const Table& child, const ForeignKey& key, const Row& ol
         refuse("ON DELETE SET DEFAULT");
     }
     RowWriter& writer = m_core.childWriter(child.name);
-    for (const std::int64_t rowid : orphans) {
+    for (const std::int64_t rowid : orphans.rowids) {
         const Row before = writer.read(rowid);
-        if (action == tsql::ReferentialAction::Cascade && newRow == nullptr) {
+        if (before.empty()) {
+            continue;
+        }
+        if (action == tsql::ReferentialAction::Cascade && removed) {
             writer.erase(rowid, before);
             continue;
         }
         Row after = before;
         for (std::size_t i = 0; i < key.columns.size(); ++i) {
             after[static_cast<std::size_t>(key.columns[i])] =
-                action == tsql::ReferentialAction::SetNull ? Value()
-                                                           : (*newRow)[static_cast<std::size_t>(parents[i])];
+                action == tsql::ReferentialAction::SetNull
+                    ? Value()
+                    : orphans.change->newRow[static_cast<std::size_t>(columns[i])];
         }
         writer.update(rowid, before, after, key.columns);
     }
@@ -482,8 +492,13 @@ void RowWriter::finish(std::string_view statement) {
     for (const Row& row : rows) {
         checkParents(row, statement);
     }
+    // All orphans first: a cascade must not meet rows that an earlier one has moved to the same key.
+    std::vector<Orphans> orphans;
     for (const Change& change : gone) {
-        followChildren(change.oldRow, change.newRow.empty() ? nullptr : &change.newRow, statement);
+        findOrphans(change, orphans);
+    }
+    for (const Orphans& group : orphans) {
+        settle(group, statement);
     }
 }
 

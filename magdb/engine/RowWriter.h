@@ -58,13 +58,25 @@ public:
     void compute(Row& row);
 
 private:
+    struct Change {
+        Row oldRow;
+        Row newRow;  ///< empty for a deleted row
+    };
     void checkRow(const Row& row, std::string_view statement);
     void checkNulls(const Row& row, std::string_view statement) const;
     [[noreturn]] void explainDuplicate(const SqliteError& error, const Row& row, std::int64_t exceptRowid);
     void checkParents(const Row& row, std::string_view statement);
-    void followChildren(const Row& oldRow, const Row* newRow, std::string_view statement);
-    void cascade(const Table& child, const ForeignKey& key, const Row& oldRow, const Row* newRow,
-                 std::string_view statement);
+    /// Rows of another table that a change leaves without their parent.
+    struct Orphans {
+        std::shared_ptr<const Table> child;
+        const ForeignKey* key = nullptr;
+        std::vector<std::int64_t> rowids;
+        const Change* change = nullptr;
+    };
+    void findOrphans(const Change& change, std::vector<Orphans>& found);
+    [[nodiscard]] std::vector<int> parentColumns(const ForeignKey& key) const;
+    [[nodiscard]] bool isHeld(const std::vector<int>& columns, const Row& row);
+    void settle(const Orphans& orphans, std::string_view statement);
     SqliteStatement& cached(const std::string& sql);
     void bindRow(SqliteStatement& statement, const Row& row);
     [[nodiscard]] std::string keyText(const Key& key, const Row& row) const;
@@ -81,10 +93,6 @@ private:
     bool m_prepared = false;
     std::unordered_map<std::string, SqliteStatement> m_statements;
     bool m_referenced = false;
-    struct Change {
-        Row oldRow;
-        Row newRow;
-    };
     std::vector<Row> m_newRows;  ///< whose foreign keys are to be checked
     std::vector<Change> m_gone;  ///< rows whose old keys may be missed
     std::uint64_t m_schemaUid = 0;

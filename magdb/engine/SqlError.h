@@ -21,6 +21,8 @@ public:
 
     /// True once line and procedure tell where the error arose.
     bool placed = false;
+    /// True for an error of binding: the batch ends, as it would if it did not compile.
+    bool binding = false;
 
 private:
     ServerMessage m_message;
