@@ -1,0 +1,65 @@
+// scripts/picture-tour, which shows the demo where there is no display.
+#include "program/Plan.h"
+#include "program/ProgramTest.h"
+
+#include <QDir>
+
+namespace regalon::test {
+namespace {
+
+class PictureTour : public testing::Test {
+protected:
+    void SetUp() override { ASSERT_TRUE(warehouse.start()) << qPrintable(warehouse.why()); }
+
+    /// Runs the tour without a display of its own; the exit code.
+    int tour(const QString& connectionFile) const {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.remove(QStringLiteral("DISPLAY"));
+        environment.insert(QStringLiteral("REGALON_DRIVE_C"), warehouse.driveC());
+        QProcess process;
+        process.setProcessEnvironment(environment);
+        process.setProcessChannelMode(QProcess::ForwardedChannels);
+        process.start(QStringLiteral(REGALON_SOURCE_DIR "/scripts/picture-tour"),
+                      {QStringLiteral(REGALON_BINARY_DIR "/bin/regalon"), connectionFile, output()});
+        constexpr int patience = 200000;  // milliseconds
+        return process.waitForFinished(patience) && process.exitStatus() == QProcess::NormalExit
+                   ? process.exitCode()
+                   : -1;
+    }
+
+    QString output() const { return warehouse.folder() + QStringLiteral("/tour"); }
+
+    LocalWarehouse warehouse;
+};
+
+TEST_F(PictureTour, LeavesPicturesOfThePlanALocationAndItsMaterials) {
+    QProcess connect;
+    connect.start(QStringLiteral(REGALON_BINARY_DIR "/bin/regalon-connect"), {warehouse.connectFile()});
+    connect.write(QStringLiteral("Login:%1\nHaslo:%2\nServer:%3\nBaza:%4\n")
+                      .arg(LocalWarehouse::login(), LocalWarehouse::password(), warehouse.server(),
+                           LocalWarehouse::database())
+                      .toUtf8());
+    connect.closeWriteChannel();
+    ASSERT_TRUE(connect.waitForFinished());
+    ASSERT_EQ(tour(warehouse.connectFile()), 0);
+
+    const auto picture = [this](const char* name) {
+        return QImage(output() + u'/' + QString::fromLatin1(name)).convertToFormat(QImage::Format_RGB32);
+    };
+    EXPECT_TRUE(findPlan(picture("plan.png")).has_value());
+    EXPECT_TRUE(findPlan(picture("location.png")).has_value());
+    EXPECT_TRUE(findPlan(picture("plan-2x.png"), 2).has_value());
+    EXPECT_FALSE(picture("materials.png").isNull());
+    EXPECT_NE(picture("plan.png"), picture("location.png"));
+    EXPECT_NE(picture("location.png"), picture("materials.png"));
+    EXPECT_FALSE(
+        warehouse.trace().filter(QStringLiteral("exec kolv_mag_Watch_Detal_Item_On_Location")).isEmpty());
+}
+
+TEST_F(PictureTour, FailsWhenTheClientCannotLogIn) {
+    ASSERT_TRUE(warehouse.stop());
+    EXPECT_NE(tour(warehouse.folder() + QStringLiteral("/nowhere.txt")), 0);
+}
+
+}  // namespace
+}  // namespace regalon::test
