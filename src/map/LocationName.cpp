@@ -7,15 +7,23 @@
 
 namespace regalon {
 
-TagFields::TagFields(const QString& tag) {
-    if (!tag.isEmpty())
-        m_fields = tag.split(QLatin1Char('_'));
-}
+namespace {
 
-const QString& TagFields::at(int index) const {
-    if (index < 0 || index >= m_fields.size())
+constexpr QLatin1Char kMark('_');
+
+}  // namespace
+
+QString TagFields::at(int index) const {
+    if (m_tag.isEmpty() || index < 0)
         throw RunTimeError(RunTime::SubscriptOutOfRange);
-    return m_fields.at(index);
+    qsizetype from = 0;
+    for (int field = 0; field < index; ++field) {
+        from = m_tag.indexOf(kMark, from) + 1;
+        if (from == 0)
+            throw RunTimeError(RunTime::SubscriptOutOfRange);
+    }
+    const qsizetype end = m_tag.indexOf(kMark, from);
+    return m_tag.mid(from, end < 0 ? -1 : end - from);
 }
 
 qint16 TagFields::number(int index) const {
@@ -24,10 +32,9 @@ qint16 TagFields::number(int index) const {
 
 QString buildLocationName(const LocationAddress& address, const QString& family, qsizetype index) {
     // One allocation: a plan builds hundreds of these at each refresh.
-    const QLatin1Char mark('_');
-    return QString::number(address.Rank) % mark % QString::number(address.Stand) % mark %
-           QString::number(address.Shelf) % mark % QString::number(address.Location) % mark % family % mark %
-           QString::number(index);
+    return QString::number(address.Rank) % kMark % QString::number(address.Stand) % kMark %
+           QString::number(address.Shelf) % kMark % QString::number(address.Location) % kMark % family %
+           kMark % QString::number(index);
 }
 
 QString buildStandTag(qint16 rank, qint16 stand, const QString& standIcon) {

@@ -3,7 +3,6 @@
 #include "map/LocationAddress.h"
 
 #include <QString>
-#include <QStringList>
 
 namespace regalon {
 
@@ -11,18 +10,18 @@ namespace regalon {
 /// all.
 class TagFields {
 public:
-    explicit TagFields(const QString& tag);
+    explicit TagFields(const QString& tag) : m_tag(tag) {}
 
-    [[nodiscard]] bool isEmpty() const { return m_fields.isEmpty(); }
+    [[nodiscard]] bool isEmpty() const { return m_tag.isEmpty(); }
 
     /// Text of field `index`; run-time error 9 when the tag does not reach that far.
-    [[nodiscard]] const QString& at(int index) const;
+    [[nodiscard]] QString at(int index) const;
 
     /// Field `index` as a 16-bit number; run-time errors 9, 13 and 6.
     [[nodiscard]] qint16 number(int index) const;
 
 private:
-    QStringList m_fields;
+    QString m_tag;
 };
 
 /// Places of the fields in the name of a location, which is also the `Tag` of its icon:

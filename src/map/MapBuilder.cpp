@@ -82,6 +82,18 @@ MapReportNames MapReportNames::of(const QString& window) {
             .RebulidMag = name(window, "RebulidMag")};
 }
 
+/// A pass over the plan: each picture is loaded once, and none is kept beyond the pass.
+class MapBuilder::PicturePass {
+public:
+    explicit PicturePass(MapBuilder& builder) : m_builder(builder) { m_builder.m_passPictures.emplace(); }
+    ~PicturePass() { m_builder.m_passPictures.reset(); }
+    PicturePass(const PicturePass&) = delete;
+    PicturePass& operator=(const PicturePass&) = delete;
+
+private:
+    MapBuilder& m_builder;
+};
+
 MapBuilder::MapBuilder(AppContext& context, MapCanvas& canvas, clsMagWatch& data, const MapReportNames& names)
     : m_context(context), m_canvas(canvas), m_data(data), m_names(names) {}
 
@@ -89,9 +101,30 @@ QString MapBuilder::iconPath(const QString& file) const {
     return m_iconFolder + QLatin1Char('\\') + file;
 }
 
+/// Adds an element at the end of its array, over all that were added before it: of stands that overlap, the
+/// later one is seen and clicked.
+template <typename T>
+T& MapBuilder::loadNext(ControlArray<T>& controls) {
+    T& element = controls.Load(controls.Count());
+    element.setZValue(static_cast<qreal>(++m_loaded));
+    return element;
+}
+
+void MapBuilder::showPicture(PictureItem& item, const QString& path) {
+    if (!m_passPictures) {
+        item.loadPicture(path);
+        return;
+    }
+    auto known = m_passPictures->constFind(path);
+    if (known == m_passPictures->cend())
+        known = m_passPictures->insert(path, Picture::load(path));
+    item.setLoadedPicture(*known, path);
+}
+
 bool MapBuilder::WathStore(bool saveNames) {
     bool built = false;
     WindowTrap(m_names.WathStore, [&] {
+        const PicturePass pass(*this);
         LocationNameBatches batches;
         m_family.clear();
         DbRecordset stands;
@@ -176,11 +209,11 @@ bool MapBuilder::GenerateBookstand(ControlArray<PictureItem>& stands, ControlArr
 
 void MapBuilder::addStandImage(ControlArray<PictureItem>& stands, const BookstandData& stand,
                                bool saveNames) {
-    PictureItem& image = stands.Load(stands.Count());
+    PictureItem& image = loadNext(stands);
     image.setTop(stand.StandTop);
     image.setLeft(stand.StandLeft);
     image.setVisible(true);
-    image.loadPicture(iconPath(stand.StandIcon.isEmpty() ? QStringLiteral("Reg.ico") : stand.StandIcon));
+    showPicture(image, iconPath(stand.StandIcon.isEmpty() ? QStringLiteral("Reg.ico") : stand.StandIcon));
     // Behind the picture: a stand whose icon fails stays without a Tag, and a click on it does nothing.
     if (saveNames)
         image.setTag(buildStandTag(stand.Rank, stand.Stand, stand.StandIcon));
@@ -188,7 +221,7 @@ void MapBuilder::addStandImage(ControlArray<PictureItem>& stands, const Bookstan
 
 void MapBuilder::addLocation(ControlArray<PictureItem>& locations, const BookstandData& stand, int shelf,
                              int position, int count, qint32 left, LocationNameBatches* batches) {
-    PictureItem& icon = locations.Load(locations.Count());
+    PictureItem& icon = loadNext(locations);
     const QString family = locationFamily(count, position);
     if (!family.isEmpty())
         m_family = family;
@@ -204,14 +237,14 @@ void MapBuilder::addLocation(ControlArray<PictureItem>& locations, const Booksta
     icon.setLeft(left);
     icon.setVisible(true);
     if (!family.isEmpty())
-        icon.loadPicture(iconPath(firstLook(family)));
+        showPicture(icon, iconPath(firstLook(family)));
 }
 
 void MapBuilder::GenerateBookstandLineAround(ControlArray<LineItem>& frames, qint32 left, qint32 top,
                                              qint16 shelfCount, qint16 margin, bool visible) {
     WindowTrap(m_names.GenerateBookstandLineAround, [&] {
         for (const FrameLine& line : standFrame(m_measures, left, top, shelfCount, margin)) {
-            LineItem& item = frames.Load(frames.Count());
+            LineItem& item = loadNext(frames);
             item.setEnds(line.X1, line.Y1.value_or(item.y1()), line.X2, line.Y2.value_or(item.y2()));
             item.setVisible(visible);
         }
@@ -225,6 +258,7 @@ bool MapBuilder::ChangeIconLocation(ControlArray<PictureItem>& locations) {
         QStringList statuses;
         if (!m_data.GetIconLoactionName(names, icons, statuses))
             return;
+        const PicturePass pass(*this);
         const QHash<QString, qsizetype> positions = firstPositions(names);
         // All three keep their value from one location to the next: a location without a name of its own
         // shows what the one before it shows.
@@ -249,7 +283,7 @@ bool MapBuilder::ChangeIconLocation(ControlArray<PictureItem>& locations) {
             }
             if (status == 0 || status == kMultiItem)
                 path = iconPath(icon);
-            location.loadPicture(path);
+            showPicture(location, path);
         }
     });
     return false;
@@ -266,6 +300,7 @@ void MapBuilder::KillBookStand(ControlArray<PictureItem>& stands, ControlArray<P
 }
 
 void MapBuilder::RefreschWatchStore() {
+    const MapCanvas::Redraw redraw(m_canvas);
     KillBookStand(m_canvas.imgBookStand(), m_canvas.imglocation(), m_canvas.lnnFrameBookStand());
     if (WathStore(true))
         ChangeIconLocation(m_canvas.imglocation());

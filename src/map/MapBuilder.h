@@ -6,9 +6,11 @@
 #include "platform/ControlArray.h"
 #include "platform/PlanItems.h"
 
+#include <QHash>
 #include <QString>
 
 #include <array>
+#include <optional>
 
 namespace regalon {
 
@@ -80,13 +82,18 @@ public:
     void RebulidMag(bool refreshQuantities);
 
 private:
+    class PicturePass;
+
     BookstandData readStand(const DbRecordset& stands);
     void readLocationCounts(BookstandData& stand);
     void saveNames(const LocationNameBatches& batches);
     void addStandImage(ControlArray<PictureItem>& stands, const BookstandData& stand, bool saveNames);
     void addLocation(ControlArray<PictureItem>& locations, const BookstandData& stand, int shelf,
                      int position, int count, qint32 left, LocationNameBatches* batches);
+    template <typename T>
+    T& loadNext(ControlArray<T>& controls);
     QString iconPath(const QString& file) const;
+    void showPicture(PictureItem& item, const QString& path);
 
     AppContext& m_context;
     MapCanvas& m_canvas;
@@ -94,9 +101,13 @@ private:
     MapReportNames m_names;
     MapConstants m_measures;
     QString m_iconFolder;
+    qint64 m_loaded = 0;
     /// Family of the last icon of the build: icons on a shelf of an odd count take it over, across stands
     /// too.
     QString m_family;
+    /// Pictures by path, while a pass over the whole plan runs: most of its icons show one of a few pictures,
+    /// and a look at the file for each icon would cost more than all the rest of the drawing.
+    std::optional<QHash<QString, Picture>> m_passPictures;
 };
 
 }  // namespace regalon

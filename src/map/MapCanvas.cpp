@@ -58,6 +58,12 @@ void MapCanvas::settle() {
     QCoreApplication::sendPostedEvents(&m_scene, QEvent::MetaCall);
 }
 
+void MapCanvas::setReuse(bool reuse) {
+    m_stands.setReuse(reuse);
+    m_locations.setReuse(reuse);
+    m_frames.setReuse(reuse);
+}
+
 void MapCanvas::addTemplates() {
     for (ControlArray<PictureItem>* pictures :
          {&m_stands, &m_locations, &m_previewStands, &m_previewLocations}) {

@@ -32,6 +32,19 @@ public:
     ControlArray<PictureItem>& imglocationWath() { return m_previewLocations; }
     ControlArray<LineItem>& lnnFrameBookStandWath() { return m_previewFrames; }
 
+    /// Keeps the removed elements of the plan for the next build while it lives, and drops what is left of
+    /// them then.
+    class Redraw {
+    public:
+        explicit Redraw(MapCanvas& canvas) : m_canvas(canvas) { m_canvas.setReuse(true); }
+        ~Redraw() { m_canvas.setReuse(false); }
+        Redraw(const Redraw&) = delete;
+        Redraw& operator=(const Redraw&) = delete;
+
+    private:
+        MapCanvas& m_canvas;
+    };
+
     /// Has the scene do at once what it keeps for the event loop. Without this, removing items that were
     /// added in the same event costs a search through all of them, each time.
     void settle();
@@ -42,6 +55,7 @@ Q_SIGNALS:
     void locationClicked(int index);
 
 private:
+    void setReuse(bool reuse);
     void addTemplates();
     void addWalls();
 

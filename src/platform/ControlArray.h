@@ -49,7 +49,9 @@ public:
         if (index >= static_cast<int>(m_elements.size()))
             m_elements.resize(place(index) + 1);
         std::unique_ptr<T>& element = m_elements[place(index)];
-        element = m_make(m_name, index);
+        element = takeWaiting(index);
+        if (!element)
+            element = m_make(m_name, index);
         if constexpr (requires(T & made, const T& design) { made.copyDesign(design); })
             element->copyDesign(*m_elements.front());
         ++m_count;
@@ -62,10 +64,26 @@ public:
             raiseMissing(index);
         if (index == 0)
             throw RunTimeError(RunTime::CannotUnloadDesignControl);
+        if (m_reuse)
+            keepWaiting(index);
         m_elements[place(index)].reset();
         --m_count;
         while (!m_elements.back())
             m_elements.pop_back();
+    }
+
+    /// While reuse is on, an unloaded element waits, hidden, for the next Load of its index, which gives it
+    /// the design and an empty tag like a new one. Turning it off destroys those that wait. For a plan that
+    /// is removed and drawn again at once: most of what an element costs is its making.
+    void setReuse(bool reuse) requires requires(T& element, const T& design) {
+        element.copyDesign(design);
+        element.setTag(QString());
+        element.setVisible(false);
+    }
+    {
+        m_reuse = reuse;
+        if (!reuse)
+            m_waiting.clear();
     }
 
     /// Raises 340 if there is no such element.
@@ -84,6 +102,24 @@ public:
 private:
     static std::size_t place(int index) { return static_cast<std::size_t>(index); }
 
+    void keepWaiting(int index) {
+        if constexpr (requires(T & made, const T& design) { made.copyDesign(design); }) {
+            if (m_waiting.size() < m_elements.size())
+                m_waiting.resize(m_elements.size());
+            m_elements[place(index)]->setVisible(false);
+            m_waiting[place(index)] = std::move(m_elements[place(index)]);
+        }
+    }
+
+    std::unique_ptr<T> takeWaiting(int index) {
+        if (place(index) >= m_waiting.size() || !m_waiting[place(index)])
+            return nullptr;
+        std::unique_ptr<T> element = std::move(m_waiting[place(index)]);
+        if constexpr (requires(T & made) { made.setTag(QString()); })
+            element->setTag(QString());
+        return element;
+    }
+
     [[noreturn]] static void raiseMissing(int index) {
         throw RunTimeError(RunTime::ControlArrayElement,
                            QStringLiteral("Control array element '%1' doesn't exist").arg(index));
@@ -98,6 +134,8 @@ private:
     QString m_name;
     Maker m_make;
     std::vector<std::unique_ptr<T>> m_elements;
+    std::vector<std::unique_ptr<T>> m_waiting;
+    bool m_reuse = false;
     int m_count = 1;
 };
 

@@ -91,7 +91,11 @@ void PictureItem::setPicture(const Picture& picture) {
 }
 
 void PictureItem::loadPicture(const QString& path) {
-    setPicture(Picture::load(path));
+    setLoadedPicture(Picture::load(path), path);
+}
+
+void PictureItem::setLoadedPicture(const Picture& picture, const QString& path) {
+    setPicture(picture);
     m_picturePath = path;
 }
 

@@ -46,6 +46,8 @@ public:
     QString picturePath() const { return m_picturePath; }
     /// Picture::load() and setPicture(); on failure the old picture stays.
     void loadPicture(const QString& path);
+    /// The same with the picture of the path already at hand.
+    void setLoadedPicture(const Picture& picture, const QString& path);
 
     bool stretch() const { return m_stretch; }
     void setStretch(bool stretch);

@@ -135,8 +135,8 @@ void frmMagWatch::imgBookStand_Click(int index) {
         const TagFields fields(m_canvas->imgBookStand()[index].tag());
         if (fields.isEmpty())
             return;
-        const QString& rank = fields.at(StandField::Rank);
-        const QString& stand = fields.at(StandField::Stand);
+        const QString rank = fields.at(StandField::Rank);
+        const QString stand = fields.at(StandField::Stand);
         if (!m_frmWathLocationShiftItem->isHidden())
             return;
         m_lblObjectClick->setText(QStringLiteral("Rząd: ") + RankLetter(ToInt16(rank)) +

@@ -37,10 +37,10 @@ constexpr int kIconOfKindB = 40;
 void frmMagWatch::imglocation_Click(int index) {
     WindowTrap("frmMagWatch - imglocation_Click", [&] {
         const TagFields fields(m_canvas->imglocation()[index].tag());
-        const QString& rank = fields.at(LocationField::Rank);
-        const QString& stand = fields.at(LocationField::Stand);
-        const QString& shelf = fields.at(LocationField::Shelf);
-        const QString& location = fields.at(LocationField::Location);
+        const QString rank = fields.at(LocationField::Rank);
+        const QString stand = fields.at(LocationField::Stand);
+        const QString shelf = fields.at(LocationField::Shelf);
+        const QString location = fields.at(LocationField::Location);
         // Also under the open list: this is how the user picks the location that the list is to show next.
         showAddress(rank, stand, shelf, location);
         if (!m_frmWathLocationShiftItem->isHidden())

@@ -252,6 +252,48 @@ TEST_F(MapBuild, KillBookStandLeavesTheTemplatesAlone) {
     EXPECT_EQ(canvas.scene()->items().size(), 12);
 }
 
+TEST_F(MapBuild, ARebuildLeavesNothingOfAStandThatIsGone) {
+    ASSERT_TRUE(warehouse.addStand(1, 1, 1, QStringLiteral("2")));
+    ASSERT_TRUE(warehouse.addStand(1, 2, 1, QStringLiteral("3"), 5000));
+    builder->RefreschWatchStore();
+    ASSERT_EQ(canvas.imglocation().Count(), 6);
+    ASSERT_TRUE(warehouse.run({QStringLiteral("delete from kolv_mag_Location where Stand = 2"),
+                               QStringLiteral("delete from kolv_mag_Stand where Stand = 2")}));
+    builder->RefreschWatchStore();
+    EXPECT_EQ(canvas.imgBookStand().Count(), 2);
+    EXPECT_EQ(canvas.imglocation().Count(), 3);
+    EXPECT_EQ(canvas.scene()->items().size(), 12 + 1 + 2 + 4);
+}
+
+TEST_F(MapBuild, AStandWhoseIconIsLostBeforeARebuildShowsNothingOfTheLastBuild) {
+    ASSERT_TRUE(warehouse.addStand(1, 1, 1, QStringLiteral("2")));
+    builder->RefreschWatchStore();
+    ASSERT_FALSE(stand(1).picture().isEmpty());
+    ASSERT_TRUE(warehouse.run({QStringLiteral("update kolv_mag_Stand set StandIcon = N'brak.ico'")}));
+    builder->RefreschWatchStore();
+    ASSERT_EQ(messages.count(), 1);
+    EXPECT_EQ(stand(1).tag(), QString());
+    EXPECT_TRUE(stand(1).picture().isEmpty());
+    EXPECT_EQ(canvas.imglocation().Count(), 1);
+}
+
+TEST_F(MapBuild, OfStandsThatOverlapTheLaterLiesOnTop) {
+    ASSERT_TRUE(warehouse.addStand(1, 1, 0, QString(), 3000, 4000));
+    ASSERT_TRUE(warehouse.addStand(1, 2, 1, QStringLiteral("1"), 3000, 4215));
+    const auto top = [&] { return canvas.scene()->items(QPointF(210, 270)).value(0); };
+    builder->RefreschWatchStore();
+    EXPECT_EQ(top(), &location(1));
+    // The elements of the rebuilt plan are stacked as in a new one, though stand 1 has become the one above.
+    ASSERT_TRUE(warehouse.run(
+        {QStringLiteral("update kolv_mag_Stand set StandTop = case Stand when 1 then 4215 else 4000 end"),
+         QStringLiteral("update kolv_mag_Stand set ShelfCount = case Stand when 1 then 1 else 0 end"),
+         QStringLiteral("insert into kolv_mag_Location (Rank,Stand,Shelf,Location) values (1,1,1,1)"),
+         QStringLiteral("delete from kolv_mag_Location where Stand = 2")}))
+        << qPrintable(warehouse.why());
+    builder->RefreschWatchStore();
+    EXPECT_EQ(top(), &stand(2));
+}
+
 TEST_F(MapBuild, SavesAllNamesInOneCall) {
     ASSERT_TRUE(warehouse.addStand(2, 5, 1, QStringLiteral("3")));
     ASSERT_TRUE(builder->WathStore(true));

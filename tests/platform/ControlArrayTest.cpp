@@ -87,6 +87,47 @@ TEST(ControlArray, ALoadedElementTakesTheDesignButIsHidden) {
     EXPECT_EQ(scene.items().size(), 1);
 }
 
+TEST(ControlArray, AReusedElementIsAsANewOne) {
+    QGraphicsScene scene;
+    Pictures array(QStringLiteral("imglocation"));
+    scene.addItem(&array[0]);
+    array.setReuse(true);
+    const PictureItem* first = &array.Load(1);
+    array[1].setLeft(300);
+    array[1].setVisible(true);
+    array[1].setTag(QStringLiteral("1_1_1_1_LA_2"));
+    array.Unload(1);
+    EXPECT_EQ(array.Count(), 1);
+    EXPECT_FALSE(array.exists(1));
+    EXPECT_FALSE(first->isVisible());
+    EXPECT_EQ(failureOf([&] { array[1]; }), RunTime::ControlArrayElement);
+    PictureItem& again = array.Load(1);
+    EXPECT_EQ(&again, first);
+    EXPECT_EQ(again.left(), 0);
+    EXPECT_EQ(again.tag(), QString());
+    EXPECT_EQ(again.data(PlanData::Tag).toString(), QString());
+    EXPECT_EQ(again.index(), 1);
+    EXPECT_FALSE(again.isVisible());
+    EXPECT_EQ(array.Count(), 2);
+}
+
+TEST(ControlArray, WhatNobodyReusedGoesWithTheReuse) {
+    QGraphicsScene scene;
+    Pictures array(QStringLiteral("imglocation"));
+    scene.addItem(&array[0]);
+    array.Load(1);
+    array.Load(2);
+    array.setReuse(true);
+    array.Unload(1);
+    array.Unload(2);
+    array.Load(1);
+    EXPECT_EQ(scene.items().size(), 3);
+    array.setReuse(false);
+    EXPECT_EQ(scene.items().size(), 2);
+    array.Unload(1);
+    EXPECT_EQ(scene.items().size(), 1);
+}
+
 TEST(ControlArray, AMakerServesAnyControl) {
     QWidget parent;
     ControlArray<QLabel> labels(QStringLiteral("lblRow"), [&parent](const QString& name, int index) {
