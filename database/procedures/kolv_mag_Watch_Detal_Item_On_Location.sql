@@ -25,14 +25,14 @@ BEGIN
     FROM dbo.kolv_mag_Location_Item
     WHERE Rank = @Rank AND Stand = @Stand AND Shelf = @Shelf AND Location = @Location;
 
-    SELECT X.ItemCode AS [Kod surowca:1700;0],
-        I.ItemName AS [Nazwa surowca:3900;0],
+    SELECT X.ItemCode AS [Kod surowca:1500;0],
+        I.ItemName AS [Nazwa surowca:4500;0],
         CAST(SUM(X.Quantity) AS decimal(19, 2)) AS [Ilość:1100;1],
         I.InvntryUom AS [Jm:600;2],
-        SUM(X.PackageCount) AS [Opakowania:1100;1],
+        SUM(X.PackageCount) AS [Opakowania:1350;1],
         CAST(SUM(X.PackWeight) AS decimal(19, 1)) AS [Masa kg:1000;1],
         CASE WHEN X.ItemCode = @ItemCode OR MAX(G.GroupSur) IS NOT NULL THEN N'A' ELSE N'B' END AS [St.:500;2],
-        ISNULL(MAX(N.GroupSurName), N'') AS [Grupa:2200;0],
+        ISNULL(MAX(N.GroupSurName), N'') AS [Grupa:2000;0],
         @GroupSur AS xxx_GroupSur
     FROM (
         SELECT ItemCode, Quantity, 1 AS PackageCount, ISNULL(PackWeight, 0) AS PackWeight
