@@ -1,9 +1,12 @@
 #include "platform/MsgBox.h"
 
 #include <QApplication>
+#include <QGridLayout>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScreen>
 
+#include <algorithm>
 #include <utility>
 
 namespace regalon {
@@ -96,6 +99,17 @@ void addButtons(QMessageBox& box, qint32 flags) {
     }
 }
 
+/// A box is as wide as its text; the titles of reports are often longer and name the place of the failure.
+void makeRoomForTitle(QMessageBox& box) {
+    constexpr int frameButtons = 140;  // logical pixels beside the title
+    auto* grid = qobject_cast<QGridLayout*>(box.layout());
+    if (grid == nullptr)
+        return;
+    const int width = box.fontMetrics().horizontalAdvance(box.windowTitle()) + frameButtons;
+    const int most = QGuiApplication::primaryScreen()->availableSize().width() * 3 / 4;
+    grid->addItem(new QSpacerItem(std::min(width, most), 0), grid->rowCount(), 0, 1, grid->columnCount());
+}
+
 }  // namespace
 
 int MsgBox(const QString& text, qint32 flags, const QString& title) {
@@ -112,6 +126,7 @@ int MsgBox(const QString& text, qint32 flags, const QString& title) {
     if ((flags & MsgFlag::SystemModal) != 0)
         box.setWindowFlag(Qt::WindowStaysOnTopHint);
     addButtons(box, flags);
+    makeRoomForTitle(box);
     box.exec();
     const QAbstractButton* clicked = box.clickedButton();
     return clicked != nullptr ? clicked->property("result").toInt() : defaultResult(flags);

@@ -44,6 +44,15 @@ TEST(MsgBox, TheFlagsChooseTheButtonsInTheirOrder) {
     EXPECT_EQ(captionsOf(5, MsgResult::Retry), QStringLiteral("Ponów Anuluj"));
 }
 
+TEST(MsgBox, IsWideEnoughForALongTitle) {
+    const QString title = QStringLiteral("Error - clsMagWatch [GetParamLocalization]");
+    whenModal([&](QWidget* modal) {
+        EXPECT_GT(modal->width(), modal->fontMetrics().horizontalAdvance(title));
+        click(modal->findChild<QPushButton*>(QStringLiteral("MsgBox1")));
+    });
+    MsgBox(QStringLiteral("13"), 16, title);
+}
+
 TEST(MsgBox, TheFlagsChooseIconAndDefaultButton) {
     shown(68, MsgResult::No, [](QMessageBox* box) {
         EXPECT_EQ(box->objectName(), QStringLiteral("MsgBox"));
