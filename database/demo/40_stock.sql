@@ -10,7 +10,7 @@ GO
 -- Materials that fit on a location, by row and width in slots of 900 mm. The racks of rows B and D keep their full
 -- width for long goods.
 CREATE TABLE #Choice (
-    Rank smallint, Slots int, ItemCode nvarchar(20), GroupSur smallint, PackVolume float, PackWeight float,
+    Rank smallint, Slots int, ItemCode nvarchar(20) COLLATE DATABASE_DEFAULT, GroupSur smallint, PackVolume float, PackWeight float,
     No int, GroupNo int
 );
 INSERT INTO #Choice (Rank, Slots, ItemCode, GroupSur, PackVolume, PackWeight, No, GroupNo)
@@ -31,7 +31,7 @@ WHERE (I.Blength1 <= 900 * W.Slots OR (I.Blength1 <= 1250 AND I.Bwidth1 <= 900 *
 -- Kind: E nothing assigned, M several materials, S one.
 CREATE TABLE #Place (
     PlaceNo int, Rank smallint, Stand smallint, Shelf smallint, Location smallint, Slots int, Spread int,
-    Kind nvarchar(1), ItemCode nvarchar(20), GroupSur smallint
+    Kind nvarchar(1) COLLATE DATABASE_DEFAULT, ItemCode nvarchar(20) COLLATE DATABASE_DEFAULT, GroupSur smallint
 );
 INSERT INTO #Place (PlaceNo, Rank, Stand, Shelf, Location, Slots, Spread, Kind, ItemCode, GroupSur)
 SELECT P.PlaceNo, P.Rank, P.Stand, P.Shelf, P.Location, P.Slots, P.Spread,
@@ -114,7 +114,7 @@ FROM (
     ) AS F;
 
 -- Part is the rest that is left in an opened or cut package. PlaceNo 0 is the buffer.
-CREATE TABLE #Pack (PackNo int, PlaceNo int, ItemCode nvarchar(20), Part float, Cut int, Active nvarchar(1));
+CREATE TABLE #Pack (PackNo int, PlaceNo int, ItemCode nvarchar(20) COLLATE DATABASE_DEFAULT, Part float, Cut int, Active nvarchar(1) COLLATE DATABASE_DEFAULT);
 INSERT INTO #Pack (PackNo, PlaceNo, ItemCode, Part, Cut, Active)
 SELECT ROW_NUMBER() OVER (ORDER BY K.PlaceNo, K.PackOfPlace), K.PlaceNo, K.ItemCode, K.Part, K.Cut, K.Active
 FROM (
@@ -167,7 +167,7 @@ VALUES
     (9, 0, 1107), (10, 0, 1108), (10, 1, 1111);
 
 CREATE TABLE #Coded (
-    PackNo int, PlaceNo int, ItemCode nvarchar(20), Part float, Cut int, Active nvarchar(1),
+    PackNo int, PlaceNo int, ItemCode nvarchar(20) COLLATE DATABASE_DEFAULT, Part float, Cut int, Active nvarchar(1) COLLATE DATABASE_DEFAULT,
     DocEntry int, DocNum int, DocDate datetime, LineNum int, NumberCode int
 );
 INSERT INTO #Coded (PackNo, PlaceNo, ItemCode, Part, Cut, Active, DocEntry, DocNum, DocDate, LineNum, NumberCode)

@@ -15,7 +15,7 @@ BEGIN
             Stand smallint NOT NULL,
             Shelf smallint NOT NULL,
             Location smallint NOT NULL,
-            Family nvarchar(2) NOT NULL,
+            Family nvarchar(2) COLLATE DATABASE_DEFAULT NOT NULL,
             Fill smallint NOT NULL,
             PRIMARY KEY (Rank, Stand, Shelf, Location)
         );

@@ -16,16 +16,17 @@ BEGIN
     BEGIN TRY
         DECLARE @Wrong nvarchar(100);
 
-        CREATE TABLE #Name (LocationName nvarchar(4000) NOT NULL);
+        CREATE TABLE #Name (LocationName nvarchar(4000) COLLATE DATABASE_DEFAULT NOT NULL);
         INSERT INTO #Name (LocationName)
         SELECT SUBSTRING(L.List, N.Number, CHARINDEX(N',', L.List + N',', N.Number) - N.Number)
         FROM (SELECT @LocationName_1 AS List UNION ALL SELECT @LocationName_2 UNION ALL SELECT @LocationName_3) AS L
             INNER JOIN dbo.kolv_mag_Number AS N ON N.Number <= LEN(L.List)
         WHERE N.Number = 1 OR SUBSTRING(L.List, N.Number - 1, 1) = N',';
 
+        -- Only the address counts: a shelf of four locations on a plan that begins with it has names without a family.
         SELECT @Wrong = MIN(LEFT(LocationName, 100))
         FROM #Name
-        WHERE LocationName NOT LIKE N'[0-9]%[_][0-9]%[_][0-9]%[_][0-9]%[_]L[ABC][_][0-9]%' OR LEN(LocationName) > 50;
+        WHERE LocationName NOT LIKE N'[0-9]%[_][0-9]%[_][0-9]%[_][0-9]%[_]%' OR LEN(LocationName) > 50;
         IF @Wrong IS NOT NULL
         BEGIN
             SET @ErrDesc = N'Błędna nazwa lokalizacji: ' + @Wrong;
@@ -37,7 +38,7 @@ BEGIN
             Stand int NOT NULL,
             Shelf int NOT NULL,
             Location int NOT NULL,
-            LocationName nvarchar(50) NOT NULL
+            LocationName nvarchar(50) COLLATE DATABASE_DEFAULT NOT NULL
         );
         INSERT INTO #Address (Rank, Stand, Shelf, Location, LocationName)
         SELECT CAST(LEFT(D.LocationName, D.P1 - 1) AS int),
@@ -62,7 +63,8 @@ BEGIN
         FROM dbo.kolv_mag_Location AS L
             INNER JOIN #Address AS A
                 ON A.Rank = L.Rank AND A.Stand = L.Stand AND A.Shelf = L.Shelf AND A.Location = L.Location
-        WHERE L.LocationName IS NULL OR L.LocationName <> A.LocationName;
+        -- By bytes: the client tells names apart by letter case too.
+        WHERE L.LocationName IS NULL OR CAST(L.LocationName AS varbinary(100)) <> CAST(A.LocationName AS varbinary(100));
         COMMIT TRANSACTION;
         RETURN 0;
     END TRY
