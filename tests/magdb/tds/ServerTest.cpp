@@ -38,6 +38,10 @@ protected:
         const Answer answer = owner.run(u"select Ilosc from dbo.Stan where Id = 1");
         return answer.rows.size() == 1 ? answer.rows[0][0] : "no row";
     }
+    void makeDigits() {
+        expectClean(u"create table dbo.Cyfry (n int not null)");
+        expectClean(u"insert into dbo.Cyfry (n) values (0), (1), (2), (3), (4), (5), (6), (7), (8), (9)");
+    }
     /// Whether a new client can log in and be answered.
     void expectServerLives() {
         WireClient fresh(server.port());
@@ -303,6 +307,50 @@ TEST_F(ServerTest, RefusesAnOversizedMessageAndCloses) {
 TEST_F(ServerTest, TakesABatchOfSeveralMegabytes) {
     const std::u16string text = u"select 5 /* " + std::u16string(2'000'000, u'x') + u" */";
     EXPECT_EQ(owner.run(text).rows, (Rows{{"5"}}));
+}
+
+/// A result of a hundred thousand rows, far more than the sockets hold.
+Bytes largeQuery() {
+    return client::message(
+        client::typeBatch,
+        client::batch(u"select a.n, N'" + std::u16string(100, u'x') +
+                      u"' as t from dbo.Cyfry a cross join dbo.Cyfry b cross join dbo.Cyfry c "
+                      u"cross join dbo.Cyfry d cross join dbo.Cyfry e"));
+}
+
+TEST_F(ServerTest, SurvivesClientsThatLeaveInTheMiddleOfALargeAnswer) {
+    makeDigits();
+    for (int i = 0; i < 10; ++i) {
+        WireClient leaver(server.port());
+        leaver.logIn();
+        leaver.send(largeQuery());
+        leaver.awaitAnswer();
+        if (i % 2 == 0) {
+            leaver.drop();
+        }
+    }
+    expectServerLives();
+}
+
+TEST_F(ServerTest, LetsOthersWriteWhileAClientDoesNotRead) {
+    makeDigits();
+    WireClient sleeper(server.port());
+    sleeper.logIn();
+    sleeper.send(largeQuery());
+    sleeper.awaitAnswer();
+    expectClean(u"update dbo.Stan set Ilosc = 20");
+    EXPECT_EQ(stock(), "20");
+    EXPECT_EQ(sleeper.receive().rows.size(), 100'000U);
+}
+
+TEST_F(ServerTest, StopsWhileAClientDoesNotRead) {
+    makeDigits();
+    WireClient sleeper(server.port());
+    sleeper.logIn();
+    sleeper.send(largeQuery());
+    sleeper.awaitAnswer();
+    server.stop();
+    EXPECT_TRUE(sleeper.serverCloses());
 }
 
 TEST_F(ServerTest, SurvivesAThousandConnectionsThatAreDropped) {

@@ -227,6 +227,13 @@ Answer WireClient::receive() {
     return Parser(receiveContent()).parse();
 }
 
+void WireClient::awaitAnswer() {
+    std::uint8_t first = 0;
+    if (::recv(socket_, &first, 1, MSG_PEEK) != 1) {
+        throw std::runtime_error("no answer");
+    }
+}
+
 bool WireClient::serverCloses() {
     std::array<std::uint8_t, 4096> dropped;
     for (;;) {

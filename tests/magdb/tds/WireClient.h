@@ -49,6 +49,8 @@ public:
     [[nodiscard]] Answer receive();
     /// The content of the next message as bytes.
     [[nodiscard]] Bytes receiveContent();
+    /// Waits for the first byte of an answer and leaves it unread.
+    void awaitAnswer();
     /// True when the server closes within ten seconds; what it sends before is dropped.
     [[nodiscard]] bool serverCloses();
     /// Ends the connection the way a killed process does, unread answers included.
