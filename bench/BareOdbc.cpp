@@ -38,6 +38,26 @@ std::string unescaped(const std::string& field) {
     return out;
 }
 
+/// A driver's own question for the parameters of a procedure names its arguments, and has no output among
+/// them.
+bool isNamed(const Statement& statement) {
+    return statement.call && !statement.arguments.empty() &&
+           statement.arguments.front().first.starts_with('@');
+}
+
+std::string asText(const Statement& statement) {
+    std::string text = "exec " + statement.text;
+    const char* separator = " ";
+    for (const auto& [name, value] : statement.arguments) {
+        text += separator + name + "=N'";
+        for (const char letter : value)
+            text += letter == '\'' ? std::string(2, letter) : std::string(1, letter);
+        text += '\'';
+        separator = ", ";
+    }
+    return text;
+}
+
 }  // namespace
 
 BareOdbc::BareOdbc(const std::string& connectionString) {
@@ -88,12 +108,13 @@ long BareOdbc::readAll() {
 long BareOdbc::run(const std::vector<Statement>& statements) {
     long rows = 0;
     for (const Statement& statement : statements) {
-        std::string text = statement.text;
+        const bool call = statement.call && !isNamed(statement);
+        std::string text = isNamed(statement) ? asText(statement) : statement.text;
         std::vector<std::vector<char>> values;
         SQLINTEGER status = 0;
         SQLLEN statusLength = 0;
         std::vector<SQLLEN> lengths(statement.arguments.size());
-        if (statement.call) {
+        if (call) {
             text = "{? = call " + statement.text + "(";
             for (std::size_t i = 0; i < statement.arguments.size(); ++i)
                 text += i == 0 ? "?" : ", ?";
@@ -117,7 +138,7 @@ long BareOdbc::run(const std::vector<Statement>& statements) {
         }
         check(SQLExecDirect(statement_, reinterpret_cast<SQLCHAR*>(text.data()), SQL_NTS), text.c_str());
         rows += readAll();
-        if (statement.call)
+        if (call)
             SQLFreeStmt(statement_, SQL_RESET_PARAMS);
     }
     return rows;
