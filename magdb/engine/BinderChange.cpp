@@ -119,10 +119,7 @@ BoundQuery Binder::valuesRows(const tsql::InsertStatement& statement, const Inse
     }
     BoundQuery out = rows.front();
     if (rows.size() > 1) {
-        // Rows of VALUES keep their order.
-        for (std::size_t i = 0; i < rows.size(); ++i) {
-            out.compound += (i == 0 ? "" : " UNION ALL ") + assemble(rows[i]);
-        }
+        out.compound = valuesText(rows);
     }
     return out;
 }

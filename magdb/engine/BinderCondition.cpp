@@ -3,6 +3,7 @@
 #include "engine/SqlError.h"
 #include "engine/Text.h"
 
+#include <algorithm>
 #include <utility>
 
 // Conditions: comparisons, LIKE, IN, EXISTS and their combinations.
@@ -43,6 +44,20 @@ tsql::BinaryOp negated(tsql::BinaryOp op) {
         default:
             return tsql::BinaryOp::Less;
     }
+}
+
+/// Joins conditions to a tree that is wide, not deep: SQLite limits the depth of expressions.
+std::string joinConditions(const std::vector<std::string>& texts, const char* word) {
+    constexpr std::size_t kInGroup = 100;
+    std::vector<std::string> groups;
+    for (std::size_t i = 0; i < texts.size(); i += kInGroup) {
+        std::string group = "(";
+        for (std::size_t k = i; k < std::min(texts.size(), i + kInGroup); ++k) {
+            group += (k == i ? "" : word) + texts[k];
+        }
+        groups.push_back(group + ")");
+    }
+    return groups.size() == 1 ? groups.front() : joinConditions(groups, word);
 }
 
 TextOrder orderOf(const Bound& left, const Bound& right) {
@@ -92,12 +107,12 @@ std::string Binder::condition(const tsql::Expr& node, int level) {
                     terms.push_back(as<tsql::BinaryExpr>(*left).right.get());
                     left = as<tsql::BinaryExpr>(*left).left.get();
                 }
-                std::string text = "(" + condition(*left, level + 1);
+                const char* const word = binary.op == tsql::BinaryOp::And ? " AND " : " OR ";
+                std::vector<std::string> texts = {condition(*left, level + 1)};
                 for (std::size_t i = terms.size(); i-- > 0;) {
-                    text += (binary.op == tsql::BinaryOp::And ? " AND " : " OR ") +
-                            condition(*terms[i], level + 1);
+                    texts.push_back(condition(*terms[i], level + 1));
                 }
-                return text + ")";
+                return joinConditions(texts, word);
             }
             if (tsql::isComparison(binary.op)) {
                 const Bound left = expr(*binary.left);

@@ -44,6 +44,18 @@ void checkUnique(const std::vector<std::string>& names, const std::string& sourc
 
 }  // namespace
 
+std::string valuesText(const std::vector<BoundQuery>& rows) {
+    std::string text = "VALUES ";
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        text += i == 0 ? "(" : ",(";
+        for (std::size_t k = 0; k < rows[i].items.size(); ++k) {
+            text += (k == 0 ? "" : ",") + rows[i].items[k].sql;
+        }
+        text += ")";
+    }
+    return text;
+}
+
 std::shared_ptr<const SchemaObject> Binder::object(const tsql::ObjectName& name) {
     std::shared_ptr<const SchemaObject> found;
     if (name.name.starts_with("#")) {
@@ -544,11 +556,10 @@ std::string Binder::valuesTable(const tsql::ValuesTable& node, bool optional) {
     unify(pointers);
     BoundQuery out;
     out.names = node.columns;
-    for (std::size_t i = 0; i < rows.size(); ++i) {
-        out.compound += (i == 0 ? "" : " UNION ALL ") + assemble(rows[i]);
-    }
+    out.tail = " FROM (" + valuesText(rows) + ")";
     for (const Bound& item : rows.front().items) {
         out.items.push_back(item);
+        out.items.back().sql = "column" + std::to_string(out.items.size());
         out.items.back().nullable = true;
         out.items.back().constant.reset();
         out.items.back().digits = 0;

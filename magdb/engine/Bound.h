@@ -66,5 +66,7 @@ struct BoundQuery {
 };
 
 [[nodiscard]] std::string assemble(const BoundQuery& query);
+/// VALUES (...), (...) of rows that have the same types.
+[[nodiscard]] std::string valuesText(const std::vector<BoundQuery>& rows);
 
 }  // namespace magdb

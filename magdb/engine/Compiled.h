@@ -51,6 +51,7 @@ public:
     const tsql::StatementList& body;
     std::string name;            ///< of the module; empty for a batch
     std::int32_t objectId = 0;   ///< 0 for a batch
+    std::string database;        ///< the current one while its statements were bound
     std::vector<SqlType> types;  ///< of the slots
     std::vector<std::shared_ptr<const Table>> tables;
     std::unordered_map<const void*, std::unique_ptr<PlanEntry>> plans;

@@ -135,8 +135,7 @@ bool Core::runBatch(std::string_view text, ResultSink& sink) {
 bool Core::runTopBatch(const std::string& text) {
     Frame frame;
     try {
-        Compiled& compiled =
-            compiledBatch(text, nullptr, (m_options.quotedIdentifier ? "q\n" : "u\n") + text);
+        Compiled& compiled = compiledBatch(text, nullptr, text);
         frame.module = &compiled;
         frame.caller = &m_idle;
         frame.values.resize(compiled.types.size());

@@ -312,7 +312,6 @@ private:
     bool m_explicitInUnit = false;
     bool m_doomed = false;
     bool m_unitWrites = false;
-    std::vector<std::string> m_savepoints;
     std::string m_transactionName;
     std::uint64_t m_transactionEpoch = 0;  ///< counts ends of SQLite's transaction
     std::uint64_t m_unitCount = 0;

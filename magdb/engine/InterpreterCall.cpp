@@ -83,6 +83,7 @@ Flow Core::runFrame(Frame& frame, const std::function<void()>& before) {
     }
     frame.temporaryMark = m_temporaries.size();
     const SessionOptions options = m_options;
+    const std::string database = std::exchange(m_database, frame.module->database);
     m_frame = &frame;
     frame.module->running = true;
     const auto leave = [&]() noexcept {
@@ -91,6 +92,8 @@ Flow Core::runFrame(Frame& frame, const std::function<void()>& before) {
         m_options.xactAbort = options.xactAbort;
         m_options.rowCount = options.rowCount;
         m_options.identityInsert = options.identityInsert;
+        // USE in dynamic SQL ends with it.
+        m_database = database;
     };
     try {
         if (!frame.module->tables.empty() && !frame.module->tablesMade) {
@@ -135,8 +138,10 @@ Compiled& Core::compiledModule(const Module& module) {
                       [](const std::unique_ptr<Compiled>& instance) { return !instance->running; });
         identity = &module;
     }
+    // A procedure of the server works in the database that is current, all others in their own.
+    const std::string& database = module.system ? m_database : databaseName();
     for (const std::unique_ptr<Compiled>& instance : instances) {
-        if (!instance->running && instance->batch == module.batch) {
+        if (!instance->running && instance->batch == module.batch && instance->database == database) {
             return *instance;
         }
     }
@@ -146,6 +151,7 @@ Compiled& Core::compiledModule(const Module& module) {
         procedure ? module.procedure().parameters : module.function().parameters;
     auto compiled = std::make_unique<Compiled>(module.batch, body, module.name, module.id,
                                                "v" + std::to_string(++m_compiledCount) + "_");
+    compiled->database = database;
     int position = 0;
     for (const tsql::Parameter& parameter : parameters) {
         compiled->addParameter(parameter.name, resolveType(parameter.type, ++position));
@@ -159,7 +165,9 @@ Compiled& Core::compiledModule(const Module& module) {
 }
 
 Compiled& Core::compiledBatch(const std::string& text, const std::vector<tsql::Parameter>* declarations,
-                              const std::string& key) {
+                              const std::string& textKey) {
+    // The same text means another thing in another database, and quotes by their setting.
+    const std::string key = m_database + (m_options.quotedIdentifier ? " q\n" : " u\n") + textKey;
     const auto found = m_batches.find(key);
     CachedBatch* cached = found == m_batches.end() ? nullptr : &found->second;
     if (cached == nullptr) {
@@ -199,6 +207,7 @@ Compiled& Core::compiledBatch(const std::string& text, const std::vector<tsql::P
     for (std::size_t i = 0; declarations != nullptr && i < declarations->size(); ++i) {
         compiled->addParameter((*declarations)[i].name, resolveType((*declarations)[i].type, ++position));
     }
+    compiled->database = m_database;
     compiled->declareAll();
     cached->instances.push_back(std::move(compiled));
     return *cached->instances.back();
@@ -460,7 +469,7 @@ void Core::runExecuteText(const tsql::ExecuteTextStatement& statement) {
 
 void Core::runDynamic(const std::string& text, const std::vector<tsql::Parameter>* declarations,
                       std::vector<Argument>* arguments) {
-    std::string key = m_options.quotedIdentifier ? "q" : "u";
+    std::string key;
     for (std::size_t i = 0; declarations != nullptr && i < declarations->size(); ++i) {
         key += (*declarations)[i].name + " " + typeName(resolveType((*declarations)[i].type, 1)) + ",";
     }

@@ -77,7 +77,19 @@ void Core::checkCancelled() const {
 SqliteStatement& Core::start(Plan& plan, const Row* row) {
     fill(plan);
     if (!plan.prepared) {
-        plan.statement = m_connection.prepare(plan.sql);
+        try {
+            plan.statement = m_connection.prepare(plan.sql);
+        } catch (const SqliteError& error) {
+            // The limits of SQLite's parser are the only faults that a text made by the binder can have.
+            const std::string_view text = error.what();
+            if (text.find("too large") != std::string_view::npos ||
+                text.find("too many") != std::string_view::npos ||
+                text.find("overflow") != std::string_view::npos ||
+                text.find("at most") != std::string_view::npos) {
+                raise(8623);
+            }
+            throw;
+        }
         plan.prepared = true;
     }
     SqliteStatement& statement = plan.statement;

@@ -297,6 +297,11 @@ constexpr std::array kMessages = {
                  "The parameterized query '%1' expects the parameter '%2', which was not supplied."},
     KnownMessage{8179, 16, 1, "Could not find prepared statement with handle %1."},
     KnownMessage{8180, 16, 1, "Statement(s) could not be prepared."},
+    KnownMessage{
+        8623, 16, 1,
+        "The query processor ran out of internal resources and could not produce a query plan. This is "
+        "a rare event and only expected for extremely complex queries or queries that reference a very "
+        "large number of tables or partitions. Please simplify the query."},
     KnownMessage{10700, 16, 1, "The table-valued parameter \"%1\" is READONLY and cannot be modified."},
     KnownMessage{10704, 16, 1,
                  "To rethrow an error, a THROW statement must be used inside a CATCH block. Insert the THROW "
@@ -319,7 +324,7 @@ constexpr std::array kMessages = {
     KnownMessage{18456, 14, 1, "Login failed for user '%1'."},
     // Numbers of this server alone, above those that RAISERROR and THROW use for programs.
     KnownMessage{40517, 16, 1, "This server does not support %1."},
-    KnownMessage{40001, 20, 1, "The database file reported a failure: %1."},
+    KnownMessage{40001, 16, 1, "The database file reported a failure: %1."},
 };
 
 std::string fillIn(std::string_view format, std::initializer_list<std::string_view> arguments) {

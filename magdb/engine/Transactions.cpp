@@ -81,7 +81,6 @@ void Core::commitUnit() {
         m_committedSchema = m_schema;
     }
     m_turn.reset();
-    m_savepoints.clear();
     m_schemaAtSavepoint.clear();
     m_explicitInUnit = false;
     m_doomed = false;
@@ -98,7 +97,6 @@ void Core::rollbackUnit() noexcept {
         // Nothing is left to do: SQLite rolls back what is open when the connection closes.
     }
     m_turn.reset();
-    m_savepoints.clear();
     m_schemaAtSavepoint.clear();
     m_explicitInUnit = false;
     m_doomed = false;
@@ -214,6 +212,7 @@ void Core::commitTransaction() {
     if (m_explicitInUnit) {
         m_connection.execute(std::string("RELEASE ") + kExplicit);
         m_explicitInUnit = false;
+        m_schemaAtSavepoint.clear();
         return;
     }
     commitUnit();
@@ -234,7 +233,7 @@ void Core::rollbackTransaction() {
         m_connection.execute(std::string("RELEASE ") + kExplicit);
         m_explicitInUnit = false;
         m_doomed = false;
-        m_savepoints.clear();
+        m_schemaAtSavepoint.clear();
         setSchema(m_schemaAtExplicit);
         afterRollback();
     } else {
@@ -250,6 +249,9 @@ void Core::rollbackTransaction() {
 }
 
 void Core::rollbackTo(const std::string& name) {
+    if (m_tranCount == 0) {
+        raise(3903);
+    }
     const auto found = m_schemaAtSavepoint.find(nameKey(name));
     if (found == m_schemaAtSavepoint.end()) {
         if (!m_transactionName.empty() && sameName(name, m_transactionName)) {

@@ -29,7 +29,7 @@ private:
     /// Levels of one expression: long chains of operators are deep trees without nesting.
     static constexpr std::size_t kMaxDepth = 1000;
     static constexpr int kMaxTables = 256;
-    static constexpr int kMaxSetOperations = 250;
+    static constexpr int kMaxSetOperations = 4000;
     static constexpr std::size_t kMaxValueRows = 1000;
 
     class Nesting {
