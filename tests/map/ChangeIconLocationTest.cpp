@@ -86,6 +86,13 @@ TEST_F(ChangeIcon, EachLocationGetsItsIconAndTheResultStaysFalse) {
     EXPECT_EQ(messages.count(), 0);
 }
 
+TEST_F(ChangeIcon, TheTemplateWithoutATagIsNeverReached) {
+    ASSERT_EQ(canvas.imglocation()[0].tag(), QString());
+    change();
+    EXPECT_TRUE(canvas.imglocation()[0].picture().isEmpty());
+    EXPECT_EQ(messages.count(), 0);
+}
+
 TEST_F(ChangeIcon, AnEmptyIconShowsTheErrorIconOfTheFamily) {
     set(1, 1, QStringLiteral("LocationIcon = N''"));
     set(1, 2, QStringLiteral("LocationIcon = NULL"));
@@ -113,6 +120,13 @@ TEST_F(ChangeIcon, ALocationWithoutANameTakesIconAndStatusOfTheOneBefore) {
     loseName(1, 2);
     change();
     EXPECT_EQ(pictures(), texts({"LA_P_10.ico", "LA_P_10.ico", "LC_P_30.ico"}));
+}
+
+TEST_F(ChangeIcon, ANullNameIsNoName) {
+    set(1, 2, QStringLiteral("LocationName = NULL"));
+    change();
+    EXPECT_EQ(pictures(), texts({"LA_P_10.ico", "LA_P_10.ico", "LC_P_30.ico"}));
+    EXPECT_EQ(messages.count(), 0);
 }
 
 TEST_F(ChangeIcon, AfterAMultiLocationOneWithoutANameIsMultiInItsOwnFamily) {

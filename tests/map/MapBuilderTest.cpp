@@ -368,6 +368,24 @@ TEST_F(MapBuildOfLongNames, NamesGoOnIntoTheSecondBatch) {
               QStringLiteral("252"));
 }
 
+TEST_F(MapBuild, ShortNamesPass750Locations) {
+    ASSERT_TRUE(warehouse.run(
+        {QStringLiteral(
+             "insert into kolv_mag_Stand (Rank,Stand,ShelfCount,StandLeft,StandTop) select R.Number,S.Number,"
+             "4,3000,4000 from kolv_mag_Number R cross join kolv_mag_Number S where R.Number <= 8 and "
+             "S.Number <= 8"),
+         QStringLiteral(
+             "insert into kolv_mag_Location (Rank,Stand,Shelf,Location) select S.Rank,S.Stand,P.Number,"
+             "L.Number from kolv_mag_Stand S cross join kolv_mag_Number P cross join kolv_mag_Number L where "
+             "P.Number <= 4 and L.Number <= 3")}))
+        << qPrintable(warehouse.why());
+    EXPECT_TRUE(builder->WathStore(true));
+    EXPECT_EQ(canvas.imglocation().Count(), 1 + 768);
+    EXPECT_EQ(messages.count(), 0) << qPrintable(messages.last().Text);
+    EXPECT_EQ(warehouse.value(QStringLiteral("select count(LocationName) from kolv_mag_Location")),
+              QStringLiteral("768"));
+}
+
 TEST_F(MapBuild, FiveThousandLocationsAreDrawnThoughTheirNamesCannotBeSaved) {
     ASSERT_TRUE(warehouse.run(
         {QStringLiteral(
