@@ -40,7 +40,8 @@ struct AppContext {
     ConnectionSettings Settings;
     QString Language;  ///< "PL", "UK", "D" or empty
     QString DsnFilePath;
-    /// When true, text literals lose their N prefix. Nothing sets it.
+    /// Meant to take the N prefix off text literals. Nothing sets it and nothing reads it: SqlText takes the
+    /// choice as an argument, which its callers leave out.
     bool NoNationalPrefix = false;
 };
 

@@ -34,9 +34,9 @@ void DbConnection::Open() {
     }
     const Settings& settings = databaseSettings();
     const QString source = u"ODBC "_s + QFileInfo(settings.OdbcDriver).completeBaseName();
-    m_session = std::make_unique<DbSession>(
-        driverConnectionString(parseConnectionString(m_connectionString), settings), source,
-        m_connectionTimeout);
+    const DbTarget target = parseConnectionString(m_connectionString);
+    m_session = std::make_unique<DbSession>(DbLogin{driverConnectionString(target, settings), source,
+                                                    m_connectionTimeout, !target.user.isEmpty()});
 }
 
 void DbConnection::Open(const QString& connectionString, int timeoutSeconds) {

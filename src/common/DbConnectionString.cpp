@@ -16,14 +16,19 @@ struct Pair {
     QString value;
 };
 
-// Cuts a value in braces or quotation marks, in which the closing sign is written twice. Leaves `position`
-// behind it. False when it does not begin with an opening sign or is never closed before a ";" or the end.
-bool takeQuoted(const QString& text, qsizetype& position, QString& value) {
+// The signs that open a quoted value: each form knows its own only, so that a password may begin with those
+// of the other.
+constexpr QStringView oleDbSigns = u"'\"";
+constexpr QStringView odbcSigns = u"{";
+
+// Cuts a quoted value, in which the closing sign is written twice. Leaves `position` behind it. False when it
+// does not begin with an opening sign or is never closed before a ";" or the end.
+bool takeQuoted(const QString& text, QStringView signs, qsizetype& position, QString& value) {
     qsizetype i = position;
     while (i < text.size() && text.at(i) == u' ') {
         ++i;
     }
-    if (i == text.size() || !QStringView(u"{'\"").contains(text.at(i))) {
+    if (i == text.size() || !signs.contains(text.at(i))) {
         return false;
     }
     const QChar closing = text.at(i) == u'{' ? QChar(u'}') : text.at(i);
@@ -47,7 +52,7 @@ bool takeQuoted(const QString& text, qsizetype& position, QString& value) {
     return false;
 }
 
-Pair takePair(const QString& text, qsizetype& position) {
+Pair takePair(const QString& text, QStringView signs, qsizetype& position) {
     Pair pair;
     const qsizetype equals = text.indexOf(u'=', position);
     const qsizetype semicolon = text.indexOf(u';', position);
@@ -57,13 +62,27 @@ Pair takePair(const QString& text, qsizetype& position) {
     }
     pair.key = TrimBlanks(text.mid(position, equals - position)).toLower();
     position = equals + 1;
-    if (!takeQuoted(text, position, pair.value)) {
+    if (!takeQuoted(text, signs, position, pair.value)) {
         const qsizetype end = text.indexOf(u';', position);
         pair.value = TrimBlanks(text.mid(position, end < 0 ? -1 : end - position));
         position = end < 0 ? text.size() : end;
     }
     ++position;
     return pair;
+}
+
+// The first key that only one of the forms has decides: what a value further on holds does not.
+QStringView signsOf(const QString& text) {
+    for (qsizetype position = 0; position < text.size();) {
+        const QString key = takePair(text, {}, position).key;
+        if (key == u"driver") {
+            return odbcSigns;
+        }
+        if (key == u"provider") {
+            break;
+        }
+    }
+    return oleDbSigns;
 }
 
 bool allDigits(const QString& text) {
@@ -148,8 +167,9 @@ void addServer(PieceWriter& writer, const QString& server, const Settings& setti
 
 DbTarget parseConnectionString(const QString& text) {
     DbTarget target;
+    const QStringView signs = signsOf(text);
     for (qsizetype position = 0; position < text.size();) {
-        const Pair pair = takePair(text, position);
+        const Pair pair = takePair(text, signs, position);
         if (pair.key == u"data source" || pair.key == u"server") {
             target.server = pair.value;
         } else if (pair.key == u"initial catalog" || pair.key == u"database") {

@@ -15,8 +15,9 @@ struct DbTarget {
 };
 
 /// Reads the OLE DB form (Provider, Data Source, Initial Catalog, User ID, Password) or the ODBC form
-/// (driver, server, database, uid, pwd). Keys in any letter case and order; unknown ones are ignored. Values
-/// lose the blanks at their ends, and may stand in quotation marks or braces.
+/// (driver, server, database, uid, pwd); a text with a driver and no provider before it is of the ODBC form.
+/// Keys in any letter case and order; unknown ones are ignored. Values lose the blanks at their ends, and may
+/// stand in quotation marks in the OLE DB form and in braces in the ODBC form.
 DbTarget parseConnectionString(const QString& text);
 
 /// The DSN-less connection string for the driver of the settings. A server name without a port gets the

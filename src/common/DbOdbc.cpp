@@ -23,6 +23,7 @@ constexpr std::array integrityErrors{515, 547, 2601, 2627};
 constexpr qint32 firstDriverError = 20000;
 constexpr qint32 lastDriverError = 20999;
 constexpr qint32 driverTimeout = 20003;
+constexpr std::array unreachedErrors{20009, 20013};
 
 template <class Numbers>
 bool holds(const Numbers& numbers, qint32 number) {
@@ -114,6 +115,13 @@ RunTimeError toRunTimeError(const QVector<Diagnostic>& records, const QString& s
         return {DbError::General, u"The database driver failed without a message."_s, source};
     }
     return {numberOf(*record), record->text, source};
+}
+
+bool serverUnreached(const QVector<Diagnostic>& records) {
+    // FreeTDS heads every failed login with 08001 and no number; a numbered 08001 is another driver's cause.
+    return std::any_of(records.begin(), records.end(), [](const Diagnostic& record) {
+        return holds(unreachedErrors, record.native) || (record.state == u"08001" && record.native != 0);
+    });
 }
 
 }  // namespace regalon::odbc

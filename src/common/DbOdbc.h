@@ -57,6 +57,10 @@ QVector<Diagnostic> diagnostics(SQLSMALLINT kind, SQLHANDLE handle);
 /// The run-time error that the records of a failed operation stand for. `source` names the driver.
 RunTimeError toRunTimeError(const QVector<Diagnostic>& records, const QString& source);
 
+/// Whether the driver says that it did not get to the server at all: nothing listens there, or the host is
+/// unknown.
+bool serverUnreached(const QVector<Diagnostic>& records);
+
 /// Removes the tags that driver manager, driver and server put in front of a message. Brackets that belong to
 /// the message stay.
 QString withoutDriverTags(const QString& text);

@@ -80,27 +80,33 @@ DbParameterInfo returnValueInfo() {
     return {u"@RETURN_VALUE"_s, DbType::Integer, 0, 0, true};
 }
 
-// A server that does not answer the login in time is no server to the user.
-RunTimeError loginError(SQLHDBC connection, const QString& source) {
-    const RunTimeError error = odbc::toRunTimeError(odbc::diagnostics(SQL_HANDLE_DBC, connection), source);
-    return error.number() == DbError::Timeout
-               ? RunTimeError(DbError::General, error.record().Description, source)
-               : error;
+// A server that does not answer the login in time is no server to the user. Without a user's name the driver
+// breaks the login off by itself, with a failure like any other, although the server is there.
+RunTimeError loginError(SQLHDBC connection, const DbLogin& login) {
+    const auto records = odbc::diagnostics(SQL_HANDLE_DBC, connection);
+    const RunTimeError error = odbc::toRunTimeError(records, login.source);
+    if (error.number() == DbError::Timeout) {
+        return {DbError::General, error.record().Description, login.source};
+    }
+    if (error.number() == DbError::General && !login.namesUser && !odbc::serverUnreached(records)) {
+        return {DbError::Authentication, error.record().Description, login.source};
+    }
+    return error;
 }
 
 }  // namespace
 
-DbSession::Link::Link(const QString& driverText, const QString& source, int loginTimeout) {
+DbSession::Link::Link(const DbLogin& login) {
     m_environment = odbc::Environment(SQL_NULL_HANDLE);
     SQLSetEnvAttr(m_environment.get(), SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), 0);
     m_connection = odbc::Handle<SQL_HANDLE_DBC>(m_environment.get());
     SQLSetConnectAttr(m_connection.get(), SQL_ATTR_LOGIN_TIMEOUT,
-                      reinterpret_cast<SQLPOINTER>(static_cast<SQLULEN>(loginTimeout)), 0);
-    const SQLRETURN result = SQLDriverConnectW(m_connection.get(), nullptr, odbc::wide(driverText),
-                                               static_cast<SQLSMALLINT>(driverText.size()), nullptr, 0,
+                      reinterpret_cast<SQLPOINTER>(static_cast<SQLULEN>(login.timeoutSeconds)), 0);
+    const SQLRETURN result = SQLDriverConnectW(m_connection.get(), nullptr, odbc::wide(login.driverText),
+                                               static_cast<SQLSMALLINT>(login.driverText.size()), nullptr, 0,
                                                nullptr, SQL_DRIVER_NOPROMPT);
     if (!SQL_SUCCEEDED(result)) {
-        throw loginError(m_connection.get(), source);
+        throw loginError(m_connection.get(), login);
     }
     m_connected = true;
 }
@@ -120,11 +126,8 @@ DbSession::Work::Work(SQLHDBC connection, bool escapes) : statement(connection),
     }
 }
 
-DbSession::DbSession(const QString& driverText, const QString& source, int loginTimeout)
-    : m_source(source),
-      m_link(driverText, source, loginTimeout),
-      m_texts(m_link.get(), false),
-      m_calls(m_link.get(), true) {}
+DbSession::DbSession(const DbLogin& login)
+    : m_source(login.source), m_link(login), m_texts(m_link.get(), false), m_calls(m_link.get(), true) {}
 
 DbSession::~DbSession() = default;
 

@@ -15,14 +15,21 @@
 
 namespace regalon {
 
+/// What a login needs.
+struct DbLogin {
+    QString driverText;  ///< the driver's connection string
+    QString source;      ///< what errors name as theirs
+    int timeoutSeconds = 0;
+    bool namesUser = true;
+};
+
 /// An open connection: the ODBC handles and the two statements that all recordsets and commands of the
 /// connection share. Results are read whole before a call returns, so that the connection never has two
 /// active statements.
 class DbSession {
 public:
-    /// Connects, or throws. `driverText` is the driver's connection string, `source` what errors name as
-    /// theirs.
-    DbSession(const QString& driverText, const QString& source, int loginTimeout);
+    /// Connects, or throws.
+    explicit DbSession(const DbLogin& login);
     ~DbSession();
     DbSession(const DbSession&) = delete;
     DbSession& operator=(const DbSession&) = delete;
@@ -39,7 +46,7 @@ public:
 private:
     class Link {
     public:
-        Link(const QString& driverText, const QString& source, int loginTimeout);
+        explicit Link(const DbLogin& login);
         ~Link();
         Link(const Link&) = delete;
         Link& operator=(const Link&) = delete;

@@ -162,8 +162,10 @@ QString clsError::chooseMessage(eErrType type, const ErrorRecord& error, const Q
 }
 
 void clsError::SetShowErrorFunction(QObject* vObject, const QString& strFunctionName) {
-    m_showObject = vObject;
-    m_showFunction = strFunctionName;
+    reported(u"SetShowErrorFunction"_s, [&] {
+        m_showObject = vObject;
+        m_showFunction = strFunctionName;
+    });
 }
 
 void clsError::SaveError(const ErrorRecord& vErr) {
@@ -172,6 +174,22 @@ void clsError::SaveError(const ErrorRecord& vErr) {
 }
 
 QString clsError::Extract(const QString& text, const QString& key) {
+    QString result = text;
+    reported(u"Extract"_s, [&] { result = marked(text, key); });
+    return result;
+}
+
+// These two routines alone report through the service that they belong to.
+template <class Body>
+void clsError::reported(const QString& routine, Body&& body) {
+    try {
+        body();
+    } catch (...) {
+        ShowError(eErrType::Error, className, routine, currentError());
+    }
+}
+
+QString clsError::marked(const QString& text, const QString& key) {
     if (!text.contains(key, Qt::CaseInsensitive)) {
         return text;
     }

@@ -56,7 +56,10 @@ private:
     void LogError(const QString& text, qint16 eventType);
     void LogEvent(const QString& text, qint16 eventType) const;
     void ShowMessage(const QString& text, qint32 flags, const QString& title);
-    static QString Extract(const QString& text, const QString& key);
+    QString Extract(const QString& text, const QString& key);
+    static QString marked(const QString& text, const QString& key);
+    template <class Body>
+    void reported(const QString& routine, Body&& body);
     void startLog(eLogMode mode);
 
     bool m_debugMode = false;

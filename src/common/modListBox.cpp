@@ -63,7 +63,14 @@ void addRows(ListView& lvw, DbRecordset& rs, bool blnLp) {
     for (; !rs.Eof(); rs.MoveNext()) {
         --rowCounter;
         const DbFields fields = rs.Fields();
-        ListItem* item = lvw.addItem(blnLp ? QString::number(rowCounter) : firstCellText(fields.Item(0)));
+        ListItem* item = nullptr;
+        if (blnLp) {
+            item = lvw.addItem(QString::number(rowCounter));
+        } else {
+            // The row stands before its text is converted: a text that fails stays in the list as it is.
+            item = lvw.addItem(ToText(NullToValue(fields.Item(0).Value(), 0)));
+            item->setText(firstCellText(fields.Item(0)));
+        }
         int cell = 0;
         for (const int column : columns) {
             item->setSubItem(++cell, ToText(NullToValue(fields.Item(column).Value())));
@@ -142,6 +149,8 @@ void FilleListView(AppContext& context, ListView& lvw, const QString& strSQL, co
         rs.Open(strSQL, mainConnection(context));
         lvw.clearItems();
         if (lvw.headerCount() == 0) {
+            // With blnHeaders a result of hidden columns alone makes no headers; the rule that shows hidden
+            // columns belongs to lists without it.
             makeHeaders(lvw, rs, blnHeaders, blnLp);
         }
         addRows(lvw, rs, blnLp);

@@ -40,9 +40,25 @@ TEST(ConnectionString, EmptySettingsGiveAnEmptyTarget) {
 }
 
 TEST(ConnectionString, QuotedAndBracedValuesMayHoldSemicolons) {
+    const QString odbc = u"driver={SQL Server};uid=u;pwd={a;b}}c};server=s"_s;
     EXPECT_EQ(parseConnectionString(u"Provider=x;Password=\"a;b\"\"c\";User ID=u"_s).password, u"a;b\"c"_s);
-    EXPECT_EQ(parseConnectionString(u"uid=u;pwd={a;b}}c};server=s"_s).password, u"a;b}c"_s);
-    EXPECT_EQ(parseConnectionString(u"uid=u;pwd={a;b}}c};server=s"_s).server, u"s"_s);
+    EXPECT_EQ(parseConnectionString(odbc).password, u"a;b}c"_s);
+    EXPECT_EQ(parseConnectionString(odbc).server, u"s"_s);
+}
+
+TEST(ConnectionString, BracesQuoteInTheOdbcFormAlone) {
+    EXPECT_EQ(parseConnectionString(u"Provider=x;Password={abc};User ID=u"_s).password, u"{abc}"_s);
+    EXPECT_EQ(parseConnectionString(u"driver={SQL Server};uid=u;pwd={abc}"_s).password, u"abc"_s);
+    EXPECT_EQ(parseConnectionString(u"uid=u;pwd={abc};DRIVER={SQL Server}"_s).password, u"abc"_s);
+}
+
+TEST(ConnectionString, QuotationMarksQuoteInTheOleDbFormAlone) {
+    EXPECT_EQ(parseConnectionString(u"Provider=x;Password='abc';User ID=u"_s).password, u"abc"_s);
+    EXPECT_EQ(parseConnectionString(u"driver={SQL Server};uid=u;pwd='abc'"_s).password, u"'abc'"_s);
+}
+
+TEST(ConnectionString, DriverInsideAValueDoesNotChangeTheForm) {
+    EXPECT_EQ(parseConnectionString(u"Provider=x;Password={a};driver=y;User ID=u"_s).password, u"{a}"_s);
 }
 
 TEST(ConnectionString, SignsThatCloseNothingBelongToTheValue) {
@@ -122,6 +138,14 @@ TEST(DriverMessages, RefusedLoginIsFoundAmongItsCompanions) {
     EXPECT_EQ(error.number(), static_cast<qint32>(0x80040E4DU));
     EXPECT_EQ(error.record().Description, u"Login failed for user 'x'."_s);
     EXPECT_EQ(error.record().Source, u"d"_s);
+}
+
+TEST(DriverMessages, ServerIsUnreachedWithoutAListenerOrAHost) {
+    EXPECT_TRUE(odbc::serverUnreached({{u"HY000"_s, 0, u"y"_s}, {u"08S01"_s, 20009, u"x"_s}}));
+    EXPECT_TRUE(odbc::serverUnreached({{u"01000"_s, 20013, u"x"_s}}));
+    EXPECT_TRUE(odbc::serverUnreached({{u"08001"_s, 10061, u"TCP Provider: refused"_s}}));
+    EXPECT_FALSE(odbc::serverUnreached({{u"08001"_s, 0, u"y"_s}, {u"01000"_s, 20002, u"x"_s}}));
+    EXPECT_FALSE(odbc::serverUnreached({}));
 }
 
 TEST(DriverMessages, NumbersFollowTheKindOfFailure) {

@@ -66,6 +66,19 @@ TEST_F(DbConnectionTest, UnknownLoginIsAFailedAuthentication) {
               DbError::Authentication);
 }
 
+TEST_F(DbConnectionTest, EmptyLoginIsAFailedAuthenticationOnlyWhereAServerIs) {
+    const QString text = warehouse.connectionString(QString(), QString(), warehouse.database());
+    EXPECT_EQ(failureOfOpening(text).Number, DbError::Authentication);
+    connection().Close();
+    ASSERT_TRUE(warehouse.stop());
+    EXPECT_EQ(failureOfOpening(text).Number, DbError::General);
+    EXPECT_EQ(
+        failureOfOpening(
+            u"Provider=SQLOLEDB.1;Password=;User ID= ;Initial Catalog= ;Data Source=no-such-host.invalid"_s)
+            .Number,
+        DbError::General);
+}
+
 TEST_F(DbConnectionTest, UnknownDatabaseIsNeitherOfTheTwoLoginNumbers) {
     const ErrorRecord error =
         failureOfOpening(warehouse.connectionString(warehouse.login(), warehouse.password(), u"NIE_MA"_s));

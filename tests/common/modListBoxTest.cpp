@@ -141,6 +141,7 @@ TEST_F(ListFill, OtherPlainTextInTheFirstColumnFails) {
     ASSERT_EQ(boxes.count(), 1);
     EXPECT_EQ(boxes.last().Title, u"Error - modListBox [FilleListView]"_s);
     EXPECT_EQ(context.ErrorService->LastErrorNumber(), 13);
+    EXPECT_EQ(rows(), QStringList{u"abc"_s});
 }
 
 TEST_F(ListFill, WithLpAnyTextMayStandFirst) {
