@@ -13,7 +13,7 @@ namespace regalon {
 /// and its unload routine when it is closed.
 struct ChildWindow {
     /// Makes the one instance; the main window becomes its owner. Empty for a window that this program does
-    /// not have: opening it then fails with 429.
+    /// not have: opening it then fails with 429, and the user is told that the window is not there.
     std::function<QWidget*()> create;
     /// Called before each showing with the main window's position on the screen, in twips. May be empty.
     std::function<void(QWidget* window, qint32 top, qint32 left)> beforeShow;

@@ -6,7 +6,12 @@
 #include "platform/RunTimeError.h"
 #include "shell/clsCrypt.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
+#include <QTemporaryFile>
+
+#include <cstdio>
 
 namespace regalon::ConnectionFile {
 
@@ -42,6 +47,23 @@ QByteArray firstLine(const QByteArray& bytes) {
         ++end;
     }
     return bytes.left(end);
+}
+
+/// The file itself behind links, so that a replaced file does not cut a link off.
+QString realFile(const QString& path) {
+    const QString name = Paths::toFile(path);
+    const QString real = QFileInfo(name).canonicalFilePath();
+    return real.isEmpty() ? name : real;
+}
+
+/// Raises what opening the path for writing raises, and changes nothing.
+void requireWritable(const QString& path, const QString& name) {
+    if (name.isEmpty() || QFileInfo::exists(name)) {
+        QFile old;
+        Paths::open(old, path, QIODevice::WriteOnly | QIODevice::Append | QIODevice::ExistingOnly);
+    } else if (!QFileInfo(name).dir().exists()) {
+        throw RunTimeError(RunTime::PathNotFound);
+    }
 }
 
 }  // namespace
@@ -99,16 +121,23 @@ QByteArray bytes(const ConnectionSettings& settings) {
 
 void write(const QString& path, const ConnectionSettings& settings) {
     const QByteArray line = bytes(settings);
-    QFile file;
-    Paths::open(file, path, QIODevice::WriteOnly | QIODevice::Truncate);
-    // The file holds a password that is scrambled only, so nobody else may read it, not even for a moment.
-    if (!file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner)) {
+    const QString name = realFile(path);
+    requireWritable(path, name);
+    // The file holds a password that is scrambled only, so nobody else may read it, not even for a moment: a
+    // temporary file is its owner's from the start. The old file stays until the new one is whole.
+    QTemporaryFile fresh(name + QStringLiteral(".XXXXXX"));
+    if (!fresh.open()) {
         throw RunTimeError(RunTime::PathFileAccess);
     }
-    if (file.write(line) != line.size() || !file.flush()) {
-        throw RunTimeError(file.error() == QFileDevice::ResourceError ? RunTime::DiskFull
-                                                                      : RunTime::DeviceIOError);
+    const QByteArray from = QFile::encodeName(fresh.fileName());
+    if (fresh.write(line) != line.size() || !fresh.flush()) {
+        throw RunTimeError(fresh.error() == QFileDevice::ResourceError ? RunTime::DiskFull
+                                                                       : RunTime::DeviceIOError);
     }
+    if (std::rename(from.constData(), QFile::encodeName(name).constData()) != 0) {
+        throw RunTimeError(RunTime::PathFileAccess);
+    }
+    fresh.setAutoRemove(false);
 }
 
 }  // namespace regalon::ConnectionFile

@@ -32,8 +32,8 @@ void read(const QString& path, ConnectionSettings& settings);
 /// The bytes of a file. Raises 5 for a character that cannot be scrambled.
 QByteArray bytes(const ConnectionSettings& settings);
 
-/// Replaces a file; only its owner may read it. Raises 5 for a character that cannot be scrambled (the old
-/// file then stays), and the failures of opening and writing files.
+/// Replaces a file; only its owner may read it. Raises 5 for a character that cannot be scrambled, and the
+/// failures of opening and writing files; the old file stays after any of them.
 void write(const QString& path, const ConnectionSettings& settings);
 
 }  // namespace ConnectionFile

@@ -121,7 +121,7 @@ void frmZapisParamPlik::addButtons(int top) {
 
 void frmZapisParamPlik::Form_Load() {
     txtFileName->setText(targetFolder);
-    // A file that is replaced during the first reading is read whole by the second.
+    // A kept oddity: the second reading only repeats the first.
     ConnectionFile::read(m_context.ConnectionFilePath, m_settings);
     ConnectionFile::read(m_context.ConnectionFilePath, m_settings);
     txtHaslo->setText(TrimBlanks(m_settings.Haslo));

@@ -40,6 +40,9 @@ public:
     /// True sets the busy cursor, false the default one. Never fails.
     void SetMousePointer(bool busy);
 
+    /// The texts of the user's language. Null before the load routine and after the unload routine.
+    const clsLanguage* language() const { return objLanguage.get(); }
+
 protected:
     void closeEvent(QCloseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
@@ -79,7 +82,9 @@ private:
     QMdiSubWindow* frameOf(Child& child);
     void openConnectionEditor();
     void chooseLanguage(QAction* item);
+    void takeLanguage(QAction* item);
     void updateWindowList();
+    void bringForward(QMdiSubWindow* frame);
     void tlbCmd_ButtonClick(const QString& key);
 
     // Closing (mdiKolvestra_Close.cpp)

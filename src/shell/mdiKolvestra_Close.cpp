@@ -12,6 +12,7 @@
 
 #include <QCloseEvent>
 #include <QMdiArea>
+#include <QMdiSubWindow>
 
 namespace regalon {
 
@@ -24,8 +25,13 @@ void mdiKolvestra::closeEvent(QCloseEvent* event) {
         event->ignore();
         return;
     }
-    // The children go first: what they do at their own unload needs the connection.
-    m_area->closeAllSubWindows();
+    // The children go first: what they do at their own unload needs the connection. A hidden frame is that of
+    // a child which was closed, and so unloaded, before.
+    for (QMdiSubWindow* frame : m_area->subWindowList()) {
+        if (!frame->isHidden()) {
+            frame->close();
+        }
+    }
     m_unloaded = true;
     MDIForm_Unload();
     event->accept();

@@ -22,12 +22,9 @@ void mdiKolvestra::openChild(Child& child) {
         child.window.beforeShow(child.content, toTwips(frameGeometry().top()),
                                 toTwips(frameGeometry().left()));
     }
-    if (frame->isMinimized()) {
-        frame->showNormal();
-    }
     frame->show();
     child.content->show();
-    m_area->setActiveSubWindow(frame);
+    bringForward(frame);
     updateWindowList();
 }
 
@@ -35,7 +32,8 @@ void mdiKolvestra::openChild(Child& child) {
 QMdiSubWindow* mdiKolvestra::frameOf(Child& child) {
     if (!child.frame) {
         if (!child.window.create) {
-            throw RunTimeError(RunTime::CannotCreateObject);
+            throw RunTimeError(RunTime::CannotCreateObject,
+                               QStringLiteral("Okno nie jest dostępne w tej wersji programu. "));
         }
         child.content = child.window.create();
         child.frame = m_area->addSubWindow(child.content);
@@ -68,6 +66,15 @@ void mdiKolvestra::openConnectionEditor() {
 /// Runs without the standard handler: nothing of it may stop the user's work.
 void mdiKolvestra::chooseLanguage(QAction* item) {
     SetMousePointer(true);
+    try {
+        takeLanguage(item);
+    } catch (const std::exception&) {
+        // The language stays as far as it was taken over.
+    }
+    SetMousePointer(false);
+}
+
+void mdiKolvestra::takeLanguage(QAction* item) {
     for (QAction* language : {mnuPolski, mnuNiemiecki, mnuAngielski}) {
         language->setChecked(false);
     }
@@ -84,12 +91,12 @@ void mdiKolvestra::chooseLanguage(QAction* item) {
         stbOK->setPanelText(QStringLiteral("keyDataName"), QStringLiteral("Baza: ") + settings.Baza);
         stbOK->setPanelText(QStringLiteral("keyLoginName"), QStringLiteral("Użytkownik: ") + settings.Login);
     } else {
-        // The start-up knows this file as "Germany"; both names are in use at sites.
+        // A kept oddity: the start-up names this file "Germany". The menu cannot come here, since the German
+        // item is off.
         objLanguage->setFileName(QStringLiteral("Niemiecki"));
         m_context.Language = QStringLiteral("D");
     }
     stbOK->setPanelText(QStringLiteral("keyLanguage"), m_context.Language);
-    SetMousePointer(false);
 }
 
 void mdiKolvestra::updateWindowList() {
@@ -100,11 +107,19 @@ void mdiKolvestra::updateWindowList() {
             continue;
         }
         ++number;
-        QAction* item = mnuOkno->addAction(QStringLiteral("&%1 %2").arg(number).arg(frame->windowTitle()));
+        const QString title = frame->windowTitle().replace(u'&', QStringLiteral("&&"));
+        QAction* item = mnuOkno->addAction(u'&' + QString::number(number) + u' ' + title);
         item->setCheckable(true);
         item->setChecked(frame == m_area->activeSubWindow());
-        connect(item, &QAction::triggered, frame, [this, frame] { m_area->setActiveSubWindow(frame); });
+        connect(item, &QAction::triggered, frame, [this, frame] { bringForward(frame); });
     }
+}
+
+void mdiKolvestra::bringForward(QMdiSubWindow* frame) {
+    if (frame->isMinimized()) {
+        frame->showNormal();
+    }
+    m_area->setActiveSubWindow(frame);
 }
 
 void mdiKolvestra::tlbCmd_ButtonClick(const QString& key) {

@@ -5,11 +5,16 @@
 #include "shell/ConnectionFile.h"
 #include "shell/clsCrypt.h"
 
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
+
+#include <csignal>
 
 namespace regalon {
 namespace {
@@ -198,6 +203,78 @@ TEST_F(ConnectionFileOnDisk, StaysAsItWasWhenACharacterCannotBeScrambled) {
     settings.Haslo = QString(60, u'a') + CodePage::charOf(255);
     EXPECT_THROW(ConnectionFile::write(path(), settings), RunTimeError);
     EXPECT_EQ(get(), "old");
+}
+
+/// No file grows beyond `bytes` while it lives, as on a full disk.
+class FileSizeLimit {
+public:
+    explicit FileSizeLimit(rlim_t bytes) : m_signal(std::signal(SIGXFSZ, SIG_IGN)) {
+        getrlimit(RLIMIT_FSIZE, &m_before);
+        const rlimit limit{bytes, m_before.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FileSizeLimit() {
+        setrlimit(RLIMIT_FSIZE, &m_before);
+        std::signal(SIGXFSZ, m_signal);
+    }
+    FileSizeLimit(const FileSizeLimit&) = delete;
+    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+
+private:
+    rlimit m_before{};
+    void (*m_signal)(int);
+};
+
+TEST_F(ConnectionFileOnDisk, StaysAsItWasWhenTheNewOneCannotBeWrittenToItsEnd) {
+    put("old");
+    {
+        const FileSizeLimit limit(10);
+        EXPECT_THROW(ConnectionFile::write(path(), sample()), RunTimeError);
+    }
+    EXPECT_EQ(get(), "old");
+    EXPECT_EQ(QDir(m_folder.path()).entryList(QDir::Files), QStringList{QStringLiteral("connect.txt")});
+}
+
+/// For its life the program runs as a user whom permissions bind, even if root started it.
+class OrdinaryUser {
+public:
+    OrdinaryUser() : m_changed(geteuid() == 0 && seteuid(65534) == 0) {}
+    ~OrdinaryUser() {
+        if (m_changed && seteuid(0) != 0) {
+            std::abort();
+        }
+    }
+    OrdinaryUser(const OrdinaryUser&) = delete;
+    OrdinaryUser& operator=(const OrdinaryUser&) = delete;
+
+private:
+    bool m_changed;
+};
+
+TEST_F(ConnectionFileOnDisk, ThatIsReadOnlyIsNotReplaced) {
+    put("old");
+    ASSERT_TRUE(QFile::setPermissions(path(), QFile::Permissions(0x4444)));
+    ASSERT_TRUE(QFile::setPermissions(m_folder.path(), QFile::Permissions(0x7777)));
+    qint32 number = 0;
+    {
+        const OrdinaryUser user;
+        try {
+            ConnectionFile::write(path(), sample());
+        } catch (const RunTimeError& error) {
+            number = error.number();
+        }
+    }
+    EXPECT_EQ(number, 75);
+    EXPECT_EQ(get(), "old");
+}
+
+TEST_F(ConnectionFileOnDisk, BehindALinkIsReplacedAndTheLinkStays) {
+    put("old");
+    const QString link = m_folder.filePath(QStringLiteral("link.txt"));
+    ASSERT_TRUE(QFile::link(path(), link));
+    ConnectionFile::write(link, sample());
+    EXPECT_TRUE(QFileInfo(link).isSymLink());
+    EXPECT_EQ(ConnectionFile::compose(readOver({})), untouched);
 }
 
 TEST_F(ConnectionFileOnDisk, InAMissingFolderFails) {

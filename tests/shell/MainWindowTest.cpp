@@ -1,58 +1,22 @@
-// The main window: start-up, menus, languages, closing.
+// The main window: start-up, design and languages.
 #include "platform/Screen.h"
 #include "platform/StatusBar.h"
 #include "platform/ToolBar.h"
-#include "platform/UserSettings.h"
 #include "shell/ConnectionFile.h"
-#include "shell/ShellFixture.h"
-#include "shell/mdiKolvestra.h"
-#include "support/Events.h"
+#include "shell/MainWindowFixture.h"
 
-#include <QAction>
-#include <QFile>
 #include <QGuiApplication>
 #include <QLabel>
-#include <QLineEdit>
-#include <QMdiArea>
-#include <QMdiSubWindow>
-#include <QMenu>
-#include <QMenuBar>
-#include <QToolButton>
+
+#include <string>
 
 namespace regalon::test {
 namespace {
 
-const QString exitQuestion = QStringLiteral("Czy na pewno chcesz zakończyć pracę z programem?");
-
-class MainWindow : public WarehouseFixture {
-protected:
-    /// Starts with a stand-in behind one menu item and keeps hold of it.
-    void startWithChild(ChildWindow ChildWindows::*item = &ChildWindows::MagWatch) {
-        ChildWindows children;
-        (children.*item).create = [this] {
-            ++created;
-            return child = new ChildStandIn(&context);
-        };
-        (children.*item).beforeShow = [](QWidget* made, qint32 top, qint32 left) {
-            auto* standIn = static_cast<ChildStandIn*>(made);
-            standIn->top = top;
-            standIn->left = left;
-        };
-        start({}, children);
-    }
-    void openView() { chooseItem(QStringLiteral("mnuMaterial"), QStringLiteral("mnuMagWatch")); }
-    QMdiArea* area() const { return window->findChild<QMdiArea*>(); }
-    QStringList windowList() const {
-        QStringList titles;
-        for (const QAction* item : window->findChild<QMenu*>(QStringLiteral("mnuOkno"))->actions()) {
-            titles.append((item->isChecked() ? QStringLiteral("*") : QString()) + item->text());
-        }
-        return titles;
-    }
-
-    QPointer<ChildStandIn> child;
-    int created = 0;
-};
+const QString noServerTitle = QStringLiteral("Błąd logowania");
+const QString noServerText = QStringLiteral(
+    "Serwer nie jest dostępny.\r\nNależy sprawdzić czy serwer został uruchomiony lub czy masz dostęp do "
+    "zasobu sieciowego Kolvestra.");
 
 TEST_F(MainWindow, StartedWithoutArgumentsReadsTheDefaultFileAsUserOne) {
     start({});
@@ -78,6 +42,14 @@ TEST_F(MainWindow, StartedWithALineThatDoesNotBeginWithADashUsesTheDefaults) {
     EXPECT_EQ(context.UserSign, 1);
 }
 
+TEST_F(MainWindow, StartedAsAnUnknownUserShowsNoNameAndNoMessage) {
+    start(QStringLiteral("-c:\\Regalon\\connect.txt -32767"));
+    EXPECT_EQ(context.UserSign, 32767);
+    EXPECT_EQ(panel(QStringLiteral("keyLoginName")), QStringLiteral("Zalogowany: "));
+    EXPECT_EQ(panel(QStringLiteral("keyDataName")), QStringLiteral("Baza: MAGAZYN"));
+    EXPECT_EQ(messages.count(), 0) << qPrintable(messageTexts().join(u'|'));
+}
+
 TEST_F(MainWindow, FillsTheContextAndThePanels) {
     start({});
     EXPECT_NE(context.ErrorService, nullptr);
@@ -88,6 +60,7 @@ TEST_F(MainWindow, FillsTheContextAndThePanels) {
     EXPECT_EQ(panel(QStringLiteral("keyLanguage")), QStringLiteral("PL"));
     EXPECT_EQ(panel(QStringLiteral("keyRecordCount")), QString());
     EXPECT_EQ(context.Language, QString());
+    EXPECT_EQ(languageFile(), QString());
     EXPECT_EQ(Screen::mousePointer(), MousePointer::Default);
 }
 
@@ -107,9 +80,12 @@ TEST_F(MainWindow, ReadsUserAndFoldersInTheirOrder) {
 }
 
 TEST_F(MainWindow, WithAMissingFileOffersOnlyWarehousesAndSettings) {
+    const ClosedDefaultPort nobodyListens;
     ASSERT_TRUE(QFile::remove(inRegalon(QStringLiteral("connect.txt"))));
     start({});
     EXPECT_EQ(messages.count(), 1) << qPrintable(messageTexts().join(u'|'));
+    EXPECT_EQ(messages.last().Title, noServerTitle);
+    EXPECT_EQ(messages.last().Text, noServerText);
     EXPECT_EQ(messages.last().Flags, 48);
     EXPECT_TRUE(window->isVisible());
     QStringList enabled;
@@ -126,7 +102,40 @@ TEST_F(MainWindow, WithAMissingFileOffersOnlyWarehousesAndSettings) {
     EXPECT_EQ(context.ProgramFolder, QString());
 }
 
+struct BadFile {
+    const char* name;
+    QByteArray (*bytes)(const QByteArray& good);
+};
+
+class BadConnectionFile : public MainWindow, public ::testing::WithParamInterface<BadFile> {};
+
+TEST_P(BadConnectionFile, EndsInOneMessageThatTheServerIsNotThere) {
+    const ClosedDefaultPort nobodyListens;
+    ConnectionSettings settings = settingsOf(warehouse);
+    // The over-long line loses what stands behind its password: server and database.
+    settings.Haslo = QByteArray(GetParam().name) == "OverLong" ? QString(300, u'h') : settings.Haslo;
+    putConnectFile(GetParam().bytes(ConnectionFile::bytes(settings)));
+    start({});
+    ASSERT_EQ(messages.count(), 1) << qPrintable(messageTexts().join(u'|'));
+    EXPECT_EQ(messages.last().Title, noServerTitle);
+    EXPECT_EQ(messages.last().Text, noServerText);
+    EXPECT_EQ(messages.last().Flags, 48);
+    EXPECT_EQ(context.Settings.Server, QString());
+    EXPECT_EQ(context.ConnMain, nullptr);
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_TRUE(action(QStringLiteral("mnuKonfPlikuPol"))->isEnabled());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Start, BadConnectionFile,
+    ::testing::Values(BadFile{"Empty", [](const QByteArray&) { return QByteArray(); }},
+                      BadFile{"Truncated", [](const QByteArray& good) { return good.left(20); }},
+                      BadFile{"OverLong", [](const QByteArray& good) { return good; }},
+                      BadFile{"Garbage", [](const QByteArray&) { return QByteArray(3000, '\x80'); }}),
+    [](const auto& file) { return std::string(file.param.name); });
+
 TEST_F(MainWindow, ReachesTheEditorAfterAFailedLogin) {
+    const ClosedDefaultPort nobodyListens;
     ASSERT_TRUE(QFile::remove(inRegalon(QStringLiteral("connect.txt"))));
     start({});
     QString seen;
@@ -136,6 +145,20 @@ TEST_F(MainWindow, ReachesTheEditorAfterAFailedLogin) {
     });
     chooseItem(QStringLiteral("mnuUUstawienia"), QStringLiteral("mnuKonfPlikuPol"));
     EXPECT_EQ(seen, QStringLiteral("frmZapisParamPlik"));
+}
+
+TEST_F(MainWindow, StaysUpWhenItsLoadRoutineFails) {
+    window = std::make_unique<mdiKolvestra>(context, ChildWindows());
+    // Without its name the panel cannot be found.
+    window->findChild<QLabel*>(QStringLiteral("keyLanguage"))->setObjectName(QString());
+    window->MDIForm_Load({});
+    showAndWait(window.get());
+    ASSERT_EQ(messages.count(), 1);
+    EXPECT_EQ(messages.last().Title, QStringLiteral("frmKolvestra - setPerms"));
+    EXPECT_EQ(messages.last().Flags, 4112);
+    EXPECT_TRUE(messages.last().Text.startsWith(QStringLiteral("35601\r\n")))
+        << qPrintable(messages.last().Text);
+    EXPECT_TRUE(window->isVisible());
 }
 
 TEST_F(MainWindow, HasItsMenuTree) {
@@ -195,8 +218,12 @@ TEST_F(MainWindow, HasItsToolbarAndPanels) {
     EXPECT_EQ(status->panel(3)->objectName(), QStringLiteral("keyLanguage"));
     EXPECT_EQ(status->panel(4)->objectName(), QStringLiteral("keyDataName"));
     EXPECT_EQ(status->panel(5)->objectName(), QStringLiteral("keyLoginName"));
+    EXPECT_NEAR(status->panel(2)->width(), 3528 / 15, 1);
+    EXPECT_NEAR(status->panel(3)->width(), 706 / 15, 1);
+    EXPECT_NEAR(status->panel(4)->width(), 2822 / 15, 1);
     EXPECT_NEAR(status->panel(5)->width(), 3881 / 15, 1);
     EXPECT_GE(status->panel(1)->width(), 882 / 15);
+    EXPECT_LT(status->panel(1)->width(), 11809 / 15);
 }
 
 TEST_F(MainWindow, CannotBeResized) {
@@ -208,76 +235,6 @@ TEST_F(MainWindow, CannotBeResized) {
     EXPECT_EQ(window->size(), QSize(1030, 760));
 }
 
-TEST_F(MainWindow, OpensAChildOnceAndKeepsItsState) {
-    startWithChild();
-    openView();
-    ASSERT_EQ(created, 1);
-    EXPECT_TRUE(child->isVisible());
-    EXPECT_EQ(child->loads, 1);
-    child->state = QStringLiteral("w trakcie pracy");
-    openView();
-    EXPECT_EQ(created, 1);
-    EXPECT_EQ(child->loads, 1);
-    EXPECT_EQ(child->state, QStringLiteral("w trakcie pracy"));
-    EXPECT_EQ(area()->subWindowList().size(), 1);
-}
-
-TEST_F(MainWindow, TellsAChildItsOwnPositionInTwips) {
-    startWithChild();
-    window->move(30, 40);
-    ASSERT_TRUE(waitFor([this] { return window->pos() == QPoint(30, 40); }));
-    openView();
-    EXPECT_EQ(child->top, window->frameGeometry().top() * 15);
-    EXPECT_EQ(child->left, window->frameGeometry().left() * 15);
-}
-
-TEST_F(MainWindow, LoadsAChildAgainAfterItWasClosed) {
-    startWithChild();
-    openView();
-    area()->subWindowList().first()->close();
-    EXPECT_FALSE(child->isVisible());
-    EXPECT_EQ(child->unloads, 1);
-    openView();
-    EXPECT_EQ(created, 1);
-    EXPECT_TRUE(child->isVisible());
-    EXPECT_EQ(child->loads, 2);
-}
-
-TEST_F(MainWindow, HidesTheFrameOfAChildThatClosesItself) {
-    startWithChild();
-    openView();
-    child->close();
-    EXPECT_FALSE(area()->subWindowList().first()->isVisible());
-    openView();
-    EXPECT_TRUE(child->isVisible());
-    EXPECT_TRUE(area()->subWindowList().first()->isVisible());
-    EXPECT_EQ(child->loads, 2);
-}
-
-TEST_F(MainWindow, ListsOpenChildWindowsUnderOkno) {
-    startWithChild();
-    EXPECT_EQ(windowList(), QStringList());
-    openView();
-    EXPECT_EQ(windowList(), QStringList{QStringLiteral("*&1 Okno próbne")});
-    child->close();
-    EXPECT_TRUE(waitFor([this] { return windowList().isEmpty(); }));
-}
-
-TEST_F(MainWindow, AnswersForWindowsItDoesNotHaveWithTheStandardHandler) {
-    start({});
-    const QStringList items = {QStringLiteral("mnuMagWatch"), QStringLiteral("mnuMagCreate"),
-                               QStringLiteral("mnuMagWatchShiftLoc"), QStringLiteral("mnuMagSurBarCodeLoc")};
-    for (const QString& item : items) {
-        messages.clear();
-        chooseItem(QStringLiteral("mnuMaterial"), item);
-        ASSERT_EQ(messages.count(), 1) << qPrintable(item);
-        EXPECT_EQ(messages.last().Title, QStringLiteral("frmKolvestra - ") + item + QStringLiteral("_Click"));
-        EXPECT_EQ(messages.last().Flags, 4112);
-        EXPECT_TRUE(messages.last().Text.startsWith(QStringLiteral("429\r\n")));
-    }
-    EXPECT_TRUE(window->isVisible());
-}
-
 TEST_F(MainWindow, SpeaksEnglishInItsPanelsAfterEnglishWasChosen) {
     start({});
     chooseItem(QStringLiteral("mnuWersje"), QStringLiteral("mnuAngielski"));
@@ -285,6 +242,7 @@ TEST_F(MainWindow, SpeaksEnglishInItsPanelsAfterEnglishWasChosen) {
     EXPECT_EQ(panel(QStringLiteral("keyDataName")), QStringLiteral("Database: MAGAZYN"));
     EXPECT_EQ(panel(QStringLiteral("keyLanguage")), QStringLiteral("UK"));
     EXPECT_EQ(context.Language, QStringLiteral("UK"));
+    EXPECT_EQ(languageFile(), QStringLiteral("English"));
     EXPECT_TRUE(action(QStringLiteral("mnuAngielski"))->isChecked());
     EXPECT_FALSE(action(QStringLiteral("mnuPolski"))->isChecked());
     EXPECT_EQ(Screen::mousePointer(), MousePointer::Default);
@@ -294,6 +252,7 @@ TEST_F(MainWindow, SpeaksEnglishInItsPanelsAfterEnglishWasChosen) {
               QStringLiteral("Użytkownik: ") + LocalWarehouse::login());
     EXPECT_EQ(panel(QStringLiteral("keyDataName")), QStringLiteral("Baza: MAGAZYN"));
     EXPECT_EQ(panel(QStringLiteral("keyLanguage")), QStringLiteral("PL"));
+    EXPECT_EQ(languageFile(), QStringLiteral("Polish"));
     EXPECT_TRUE(action(QStringLiteral("mnuPolski"))->isChecked());
     EXPECT_FALSE(action(QStringLiteral("mnuAngielski"))->isChecked());
     chooseItem(QStringLiteral("mnuWersje"), QStringLiteral("mnuPolski"));
@@ -301,103 +260,25 @@ TEST_F(MainWindow, SpeaksEnglishInItsPanelsAfterEnglishWasChosen) {
     EXPECT_EQ(messages.count(), 0);
 }
 
-TEST_F(MainWindow, StaysOpenWhenTheExitQuestionIsAnsweredNo) {
-    startWithChild();
-    openView();
-    messages.answer(MsgResult::No);
-    clickToolButton(window.get(), QStringLiteral("Wyjscie"));
-    ASSERT_EQ(messages.count(), 1);
-    EXPECT_EQ(messages.last().Text, exitQuestion);
-    EXPECT_EQ(messages.last().Title, QStringLiteral("Info..."));
-    EXPECT_EQ(messages.last().Flags, 68);
-    EXPECT_TRUE(window->isVisible());
-    EXPECT_TRUE(child->isVisible());
-    EXPECT_EQ(child->unloads, 0);
-    ASSERT_NE(context.ConnMain, nullptr);
-    EXPECT_EQ(context.ConnMain->State(), 1);
-}
-
-TEST_F(MainWindow, AsksAtEveryWayOut) {
+TEST_F(MainWindow, IsBusyWhileItTakesALanguageOver) {
     start({});
-    for (int i = 0; i < 4; ++i) {
-        messages.answer(MsgResult::No);
-    }
-    chooseItem(QStringLiteral("mnuProg"), QStringLiteral("mnuPKoniec"));
-    EXPECT_EQ(messages.count(), 1);
-    window->activateWindow();
-    key(window.get(), Qt::Key_X, Qt::ControlModifier);
-    EXPECT_EQ(messages.count(), 2);
-    clickToolButton(window.get(), QStringLiteral("Wyjscie"));
-    EXPECT_EQ(messages.count(), 3);
-    window->close();
-    EXPECT_EQ(messages.count(), 4);
-    EXPECT_TRUE(window->isVisible());
-}
-
-TEST_F(MainWindow, UnloadsItsChildrenBeforeItsConnections) {
-    startWithChild();
-    openView();
-    messages.answer(MsgResult::Yes);
-    window->close();
-    EXPECT_FALSE(window->isVisible());
-    EXPECT_EQ(child->unloads, 1);
-    EXPECT_TRUE(child->connectedAtUnload);
-    EXPECT_EQ(context.ConnMain, nullptr);
-    EXPECT_EQ(context.ConnClient, nullptr);
-    EXPECT_NE(context.ErrorService, nullptr);
-}
-
-TEST_F(MainWindow, StoresTheLanguageAtExitAndDoesNotReadItBack) {
-    start({});
+    MousePointer seen = MousePointer::Default;
+    // The tick comes and goes in the middle of the change.
+    QObject::connect(action(QStringLiteral("mnuAngielski")), &QAction::toggled, window.get(),
+                     [&seen] { seen = Screen::mousePointer(); });
     chooseItem(QStringLiteral("mnuWersje"), QStringLiteral("mnuAngielski"));
-    messages.answer(MsgResult::Yes);
-    window->close();
-    EXPECT_EQ(GetSetting(QStringLiteral("Kolvestra"), QStringLiteral("Login"), QStringLiteral("strLang")),
-              QStringLiteral("UK"));
-    context.Language.clear();
-    start({});
-    EXPECT_EQ(context.Language, QString());
-    EXPECT_EQ(panel(QStringLiteral("keyLanguage")), QStringLiteral("PL"));
+    EXPECT_EQ(seen, MousePointer::Custom);
+    EXPECT_EQ(Screen::mousePointer(), MousePointer::Default);
 }
 
-TEST_F(MainWindow, DeletesTheDataSourceFileAtExitAndMindsNoFailure) {
+TEST_F(MainWindow, TakesTheBusyCursorOffWhenTheLanguageCannotBeTakenOver) {
     start({});
-    QFile dsn(inRegalon(QStringLiteral("run.dsn")));
-    ASSERT_TRUE(dsn.open(QIODevice::WriteOnly));
-    dsn.close();
-    context.DsnFilePath = QStringLiteral("C:\\Regalon\\run.dsn");
-    messages.answer(MsgResult::Yes);
-    window->close();
-    EXPECT_FALSE(dsn.exists());
-
-    start({});
-    context.DsnFilePath = QStringLiteral("C:\\Regalon\\nie ma.dsn");
-    messages.clear();
-    messages.answer(MsgResult::Yes);
-    window->close();
-    EXPECT_EQ(messages.count(), 1) << qPrintable(messageTexts().join(u'|'));
-    EXPECT_FALSE(window->isVisible());
-}
-
-TEST_F(MainWindow, ClosesAfterTheServerHasGone) {
-    start({});
-    warehouse.kill();
-    messages.answer(MsgResult::Yes);
-    window->close();
-    EXPECT_FALSE(window->isVisible());
-    EXPECT_EQ(context.ConnMain, nullptr);
-}
-
-TEST_F(MainWindow, ClosesAfterAFailedLogin) {
-    warehouse.kill();
-    start({});
-    messages.clear();
-    messages.answer(MsgResult::Yes);
-    // The program menu is off, and with it its shortcut; toolbar and close box still work.
-    key(window.get(), Qt::Key_X, Qt::ControlModifier);
+    // Without its name the panel cannot be found.
+    window->findChild<QLabel*>(QStringLiteral("keyDataName"))->setObjectName(QString());
+    chooseItem(QStringLiteral("mnuWersje"), QStringLiteral("mnuAngielski"));
+    EXPECT_EQ(Screen::mousePointer(), MousePointer::Default);
     EXPECT_EQ(messages.count(), 0);
-    clickToolButton(window.get(), QStringLiteral("Wyjscie"));
-    EXPECT_FALSE(window->isVisible());
+    EXPECT_TRUE(window->isVisible());
 }
 
 TEST_F(MainWindow, ShowsTheBusyCursorAndTakesItOff) {

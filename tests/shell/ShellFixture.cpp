@@ -1,6 +1,7 @@
 #include "shell/ShellFixture.h"
 
 #include "platform/Paths.h"
+#include "platform/Settings.h"
 #include "shell/ConnectionFile.h"
 #include "shell/mdiKolvestra.h"
 #include "support/Events.h"
@@ -33,6 +34,16 @@ void ChildStandIn::closeEvent(QCloseEvent* event) {
     ++unloads;
     connectedAtUnload = m_context != nullptr && m_context->ConnMain && m_context->ConnMain->State() == 1;
     event->accept();
+}
+
+ClosedDefaultPort::ClosedDefaultPort() {
+    Settings settings;
+    settings.OdbcDefaultPort = 1;
+    useDatabaseSettings(settings);
+}
+
+ClosedDefaultPort::~ClosedDefaultPort() {
+    useDatabaseSettings(Settings());
 }
 
 ShellFixture::ShellFixture() {

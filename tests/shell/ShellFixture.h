@@ -42,6 +42,15 @@ private:
     bool m_loaded = false;
 };
 
+/// While it lives a server named without a port is sought on port 1, where nobody listens.
+class ClosedDefaultPort {
+public:
+    ClosedDefaultPort();
+    ~ClosedDefaultPort();
+    ClosedDefaultPort(const ClosedDefaultPort&) = delete;
+    ClosedDefaultPort& operator=(const ClosedDefaultPort&) = delete;
+};
+
 /// Drive C of this test, recorded messages and a program context.
 class ShellFixture : public ::testing::Test {
 protected:
