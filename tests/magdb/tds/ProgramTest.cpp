@@ -20,7 +20,7 @@ namespace fs = std::filesystem;
 class ProgramTest : public ::testing::Test {
 protected:
     void SetUp() override {
-        std::string pattern = (fs::temp_directory_path() / "magdb-program-XXXXXX").string();
+        std::string pattern = (fs::temp_directory_path() / "magdb-program-").string() + std::string(6, 'X');
         ASSERT_NE(::mkdtemp(pattern.data()), nullptr);
         folder = pattern;
         file = (folder / "MAGAZYN.db").string();

@@ -15,7 +15,8 @@
 class RunningServer {
 public:
     explicit RunningServer(const magdb::tds::ServerOptions& options = {}) {
-        std::string pattern = (std::filesystem::temp_directory_path() / "magdb-XXXXXX").string();
+        std::string pattern =
+            (std::filesystem::temp_directory_path() / "magdb-").string() + std::string(6, 'X');
         if (::mkdtemp(pattern.data()) == nullptr) {
             throw std::runtime_error("no temporary folder");
         }

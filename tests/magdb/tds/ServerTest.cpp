@@ -53,6 +53,10 @@ protected:
     WireClient owner{server.port()};
 };
 
+void letTheCallBegin() {
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));  // wait: a loop tells nobody that it runs
+}
+
 Bytes spinCall() {
     return client::message(client::typeRpc, client::call(u"dbo.BezKonca", {}));
 }
@@ -173,7 +177,7 @@ TEST_F(ServerTest, UndoesACancelledCall) {
     WireClient other(server.port());
     other.logIn();
     other.send(spinCall());
-    std::this_thread::sleep_for(std::chrono::milliseconds(100));  // wait: for the call to be inside its loop
+    letTheCallBegin();
     other.send(client::packet(client::typeAttention, 1, Bytes{}));
     static_cast<void>(other.receive());
     EXPECT_TRUE(other.receive().acknowledgesAttention());
@@ -192,8 +196,7 @@ TEST_F(ServerTest, UndoesTheCallOfAClientThatIsKilled) {
         WireClient victim(server.port());
         victim.logIn();
         victim.send(spinCall());
-        std::this_thread::sleep_for(
-            std::chrono::milliseconds(100));  // wait: for the call to be inside its loop
+        letTheCallBegin();
         if (abruptly) {
             victim.drop();
         }
