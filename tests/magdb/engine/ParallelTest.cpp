@@ -98,7 +98,7 @@ TEST_F(Parallel, CancelStopsALoopAndUndoesItsCall) {
     std::atomic<bool> ended{false};
     std::thread stopper([&] {
         while (!ended) {
-            std::this_thread::sleep_for(std::chrono::milliseconds(5));
+            std::this_thread::sleep_for(std::chrono::milliseconds(5));  // wait: paces the cancels
             session->cancel();
         }
     });
@@ -116,7 +116,7 @@ TEST_F(Parallel, CancelStopsOneLongStatement) {
     std::atomic<bool> ended{false};
     std::thread stopper([&] {
         while (!ended) {
-            std::this_thread::sleep_for(std::chrono::milliseconds(5));
+            std::this_thread::sleep_for(std::chrono::milliseconds(5));  // wait: paces the cancels
             session->cancel();
         }
     });
@@ -138,7 +138,7 @@ TEST_F(Parallel, CancelEndsTheWaitForATurn) {
     std::atomic<bool> ended{false};
     std::thread stopper([&] {
         while (!ended) {
-            std::this_thread::sleep_for(std::chrono::milliseconds(5));
+            std::this_thread::sleep_for(std::chrono::milliseconds(5));  // wait: paces the cancels
             second->cancel();
         }
     });
