@@ -125,7 +125,7 @@ void write(const QString& path, const ConnectionSettings& settings) {
     requireWritable(path, name);
     // The file holds a password that is scrambled only, so nobody else may read it, not even for a moment: a
     // temporary file is its owner's from the start. The old file stays until the new one is whole.
-    QTemporaryFile fresh(name + QStringLiteral(".XXXXXX"));
+    QTemporaryFile fresh(name);
     if (!fresh.open()) {
         throw RunTimeError(RunTime::PathFileAccess);
     }
