@@ -164,22 +164,7 @@ void Connection::answer(const Message& message) {
             return;
         }
         if (!reader_.attentionWaits()) {
-            const AttentionWatcher::Running running(*slot_);
-            switch (message.type) {
-                case PacketType::SqlBatch:
-                    runBatch(message, stream);
-                    break;
-                case PacketType::Rpc:
-                    runCalls(message, stream);
-                    break;
-                case PacketType::TransactionManager:
-                    runTransaction(message, stream);
-                    break;
-                case PacketType::BulkLoad:
-                    throw RequestError(unsupportedNumber, "Bulk load is not supported.");
-                default:
-                    throw FramingError("A login message came after the login.");
-            }
+            run(message, stream);
         }
     } catch (const RequestError& error) {
         stream.message(errorMessage(error.number(), error.what()));
@@ -192,6 +177,25 @@ void Connection::answer(const Message& message) {
     }
     stream.endBatch();
     writer_.finish();
+}
+
+void Connection::run(const Message& message, AnswerStream& stream) {
+    const AttentionWatcher::Running running(*slot_);
+    switch (message.type) {
+        case PacketType::SqlBatch:
+            runBatch(message, stream);
+            break;
+        case PacketType::Rpc:
+            runCalls(message, stream);
+            break;
+        case PacketType::TransactionManager:
+            runTransaction(message, stream);
+            break;
+        case PacketType::BulkLoad:
+            throw RequestError(unsupportedNumber, "Bulk load is not supported.");
+        default:
+            throw FramingError("A login message came after the login.");
+    }
 }
 
 void Connection::runBatch(const Message& message, AnswerStream& stream) {

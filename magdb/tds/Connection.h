@@ -45,6 +45,7 @@ private:
     void refuse(const ServerMessage& error);
 
     void answer(const Message& message);
+    void run(const Message& message, AnswerStream& stream);
     void runBatch(const Message& message, AnswerStream& stream);
     void runCalls(const Message& message, AnswerStream& stream);
     void runTransaction(const Message& message, AnswerStream& stream);

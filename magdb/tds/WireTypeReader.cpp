@@ -390,10 +390,8 @@ WireValue readOldText(ByteReader& reader, WireId id) {
             width == 0 ? Value{} : decodeBytes(id, reader.take(width), TextCode())};
 }
 
-}  // namespace
-
-WireValue readWireValue(ByteReader& reader) {
-    const auto id = static_cast<WireId>(reader.u8());
+/// Types without any length, and the end of what is known.
+WireValue readFixed(ByteReader& reader, WireId id) {
     switch (id) {
         case WireId::Null:
             return {};
@@ -419,6 +417,16 @@ WireValue readWireValue(ByteReader& reader) {
             return {{TypeId::DateTime}, readDateTime(reader, id, 4)};
         case WireId::DateTime:
             return {{TypeId::DateTime}, readDateTime(reader, id, 8)};
+        default:
+            refuse(id, "is unknown or not supported");
+    }
+}
+
+}  // namespace
+
+WireValue readWireValue(ByteReader& reader) {
+    const auto id = static_cast<WireId>(reader.u8());
+    switch (id) {
         case WireId::IntN:
         case WireId::BitN:
         case WireId::FloatN:
@@ -449,11 +457,9 @@ WireValue readWireValue(ByteReader& reader) {
         case WireId::NText:
         case WireId::Image:
             return readLongLength(reader, id);
-        case WireId::TimeN:
-        case WireId::DateTimeOffsetN:
-            refuse(id, "is not supported");
+        default:
+            return readFixed(reader, id);
     }
-    refuse(id, "is unknown or not supported");
 }
 
 }  // namespace magdb::tds
