@@ -13,7 +13,7 @@ constexpr QLatin1Char kMark('_');
 
 }  // namespace
 
-QString TagFields::at(int index) const {
+QStringView TagFields::view(int index) const {
     if (m_tag.isEmpty() || index < 0)
         throw RunTimeError(RunTime::SubscriptOutOfRange);
     qsizetype from = 0;
@@ -23,7 +23,11 @@ QString TagFields::at(int index) const {
             throw RunTimeError(RunTime::SubscriptOutOfRange);
     }
     const qsizetype end = m_tag.indexOf(kMark, from);
-    return m_tag.mid(from, end < 0 ? -1 : end - from);
+    return QStringView(m_tag).mid(from, end < 0 ? -1 : end - from);
+}
+
+QString TagFields::at(int index) const {
+    return view(index).toString();
 }
 
 qint16 TagFields::number(int index) const {

@@ -17,6 +17,9 @@ public:
     /// Text of field `index`; run-time error 9 when the tag does not reach that far.
     [[nodiscard]] QString at(int index) const;
 
+    /// The same without a copy; good as long as these fields.
+    [[nodiscard]] QStringView view(int index) const;
+
     /// Field `index` as a 16-bit number; run-time errors 9, 13 and 6.
     [[nodiscard]] qint16 number(int index) const;
 

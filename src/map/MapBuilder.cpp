@@ -12,6 +12,7 @@
 #include "platform/Screen.h"
 
 #include <QHash>
+#include <QScopeGuard>
 
 #include <algorithm>
 
@@ -39,11 +40,40 @@ void showNotice(const QString& text) {
 }
 
 /// Name of a family's icon with the given ending; empty for a text that is no family.
-QString familyIcon(const QString& family, QStringView ending) {
+QString familyIcon(QStringView family, QStringView ending) {
     if (family != u"LA" && family != u"LB" && family != u"LC")
         return {};
-    return QString(family).append(ending);
+    return family.toString().append(ending);
 }
+
+/// What the locations show, one after the other. Everything is kept from one location to the next: a location
+/// without a name of its own shows what the one before it shows.
+struct LocationLook {
+    QString icon;
+    QString statusText = QStringLiteral("0");
+    qint16 status = 0;
+    std::optional<QString> file;  ///< in the icon folder; none before the first
+
+    void take(const QString& storedIcon, const QString& storedStatus) {
+        icon = storedIcon;
+        if (storedStatus != statusText) {
+            status = ToInt16(storedStatus);
+            statusText = storedStatus;
+        }
+    }
+
+    void follow(QStringView family) {
+        if (icon.isEmpty())
+            icon = familyIcon(family, u"_R_Err.ico");
+        if (status == kMultiItem) {
+            // Without a family the icon stays.
+            if (const QString multi = familyIcon(family, u"_M_00.ico"); !multi.isEmpty())
+                icon = multi;
+        }
+        if (status == 0 || status == kMultiItem)
+            file = icon;
+    }
+};
 
 /// Position of the first of several equal names.
 QHash<QString, qsizetype> firstPositions(const QStringList& names) {
@@ -82,13 +112,13 @@ MapReportNames MapReportNames::of(const QString& window) {
             .RebulidMag = name(window, "RebulidMag")};
 }
 
-/// A pass over the plan: each picture is loaded once, and none is kept beyond the pass.
-class MapBuilder::PicturePass {
+/// A pass over the plan: each icon is loaded once, and none is kept beyond the pass.
+class MapBuilder::IconPass {
 public:
-    explicit PicturePass(MapBuilder& builder) : m_builder(builder) { m_builder.m_passPictures.emplace(); }
-    ~PicturePass() { m_builder.m_passPictures.reset(); }
-    PicturePass(const PicturePass&) = delete;
-    PicturePass& operator=(const PicturePass&) = delete;
+    explicit IconPass(MapBuilder& builder) : m_builder(builder) { m_builder.m_passIcons.emplace(); }
+    ~IconPass() { m_builder.m_passIcons.reset(); }
+    IconPass(const IconPass&) = delete;
+    IconPass& operator=(const IconPass&) = delete;
 
 private:
     MapBuilder& m_builder;
@@ -110,21 +140,23 @@ T& MapBuilder::loadNext(ControlArray<T>& controls) {
     return element;
 }
 
-void MapBuilder::showPicture(PictureItem& item, const QString& path) {
-    if (!m_passPictures) {
-        item.loadPicture(path);
+void MapBuilder::showIcon(PictureItem& item, const QString& file) {
+    if (!m_passIcons) {
+        item.loadPicture(iconPath(file));
         return;
     }
-    auto known = m_passPictures->constFind(path);
-    if (known == m_passPictures->cend())
-        known = m_passPictures->insert(path, Picture::load(path));
-    item.setLoadedPicture(*known, path);
+    auto known = m_passIcons->constFind(file);
+    if (known == m_passIcons->cend()) {
+        const QString path = iconPath(file);
+        known = m_passIcons->insert(file, {Picture::load(path), path});
+    }
+    item.setLoadedPicture(known->picture, known->path);
 }
 
 bool MapBuilder::WathStore(bool saveNames) {
     bool built = false;
     WindowTrap(m_names.WathStore, [&] {
-        const PicturePass pass(*this);
+        const IconPass pass(*this);
         LocationNameBatches batches;
         m_family.clear();
         DbRecordset stands;
@@ -213,10 +245,12 @@ void MapBuilder::addStandImage(ControlArray<PictureItem>& stands, const Bookstan
     image.setTop(stand.StandTop);
     image.setLeft(stand.StandLeft);
     image.setVisible(true);
-    showPicture(image, iconPath(stand.StandIcon.isEmpty() ? QStringLiteral("Reg.ico") : stand.StandIcon));
-    // Behind the picture: a stand whose icon fails stays without a Tag, and a click on it does nothing.
+    // A stand whose icon fails stays without a Tag, and a click on it does nothing.
+    QString tag;
+    const auto setTag = qScopeGuard([&] { image.setTag(tag); });
+    showIcon(image, stand.StandIcon.isEmpty() ? QStringLiteral("Reg.ico") : stand.StandIcon);
     if (saveNames)
-        image.setTag(buildStandTag(stand.Rank, stand.Stand, stand.StandIcon));
+        tag = buildStandTag(stand.Rank, stand.Stand, stand.StandIcon);
 }
 
 void MapBuilder::addLocation(ControlArray<PictureItem>& locations, const BookstandData& stand, int shelf,
@@ -225,19 +259,20 @@ void MapBuilder::addLocation(ControlArray<PictureItem>& locations, const Booksta
     const QString family = locationFamily(count, position);
     if (!family.isEmpty())
         m_family = family;
+    QString name;
     if (batches) {
         const LocationAddress address{stand.Rank, stand.Stand, static_cast<qint16>(shelf),
                                       static_cast<qint16>(position)};
-        const QString name = buildLocationName(address, m_family, locations.Count());
+        name = buildLocationName(address, m_family, locations.Count());
         batches->add(name);
-        icon.setTag(name);
     }
+    icon.setTag(name);
     if (const std::optional<qint32> top = shelfTop(m_measures, stand.StandTop, shelf))
         icon.setTop(*top);
     icon.setLeft(left);
     icon.setVisible(true);
     if (!family.isEmpty())
-        showPicture(icon, iconPath(firstLook(family)));
+        showIcon(icon, firstLook(family));
 }
 
 void MapBuilder::GenerateBookstandLineAround(ControlArray<LineItem>& frames, qint32 left, qint32 top,
@@ -258,32 +293,21 @@ bool MapBuilder::ChangeIconLocation(ControlArray<PictureItem>& locations) {
         QStringList statuses;
         if (!m_data.GetIconLoactionName(names, icons, statuses))
             return;
-        const PicturePass pass(*this);
+        const IconPass pass(*this);
         const QHash<QString, qsizetype> positions = firstPositions(names);
-        // All three keep their value from one location to the next: a location without a name of its own
-        // shows what the one before it shows.
-        QString icon;
-        qint16 status = 0;
-        QString path;
+        LocationLook look;
         const int count = locations.Count();
         for (int index = 1; index < count; ++index) {
             PictureItem& location = locations[index];
+            const TagFields fields(location.tag());
             const auto hit = positions.constFind(location.tag());
-            if (hit != positions.cend()) {
-                icon = icons.at(*hit);
-                status = ToInt16(statuses.at(*hit));
-            }
-            const QString family = TagFields(location.tag()).at(LocationField::Family);
-            if (icon.isEmpty())
-                icon = familyIcon(family, u"_R_Err.ico");
-            if (status == kMultiItem) {
-                // Without a family the icon stays.
-                if (const QString multi = familyIcon(family, u"_M_00.ico"); !multi.isEmpty())
-                    icon = multi;
-            }
-            if (status == 0 || status == kMultiItem)
-                path = iconPath(icon);
-            showPicture(location, path);
+            if (hit != positions.cend())
+                look.take(icons.at(*hit), statuses.at(*hit));
+            look.follow(fields.view(LocationField::Family));
+            if (look.file)
+                showIcon(location, *look.file);
+            else
+                location.loadPicture(QString());
         }
     });
     return false;
@@ -292,7 +316,6 @@ bool MapBuilder::ChangeIconLocation(ControlArray<PictureItem>& locations) {
 void MapBuilder::KillBookStand(ControlArray<PictureItem>& stands, ControlArray<PictureItem>& locations,
                                ControlArray<LineItem>& frames) {
     WindowTrap(m_names.KillBookStand, [&] {
-        m_canvas.settle();
         unloadAll(frames);
         unloadAll(stands);
         unloadAll(locations);

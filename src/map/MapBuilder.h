@@ -82,7 +82,7 @@ public:
     void RebulidMag(bool refreshQuantities);
 
 private:
-    class PicturePass;
+    class IconPass;
 
     BookstandData readStand(const DbRecordset& stands);
     void readLocationCounts(BookstandData& stand);
@@ -93,7 +93,7 @@ private:
     template <typename T>
     T& loadNext(ControlArray<T>& controls);
     QString iconPath(const QString& file) const;
-    void showPicture(PictureItem& item, const QString& path);
+    void showIcon(PictureItem& item, const QString& file);
 
     AppContext& m_context;
     MapCanvas& m_canvas;
@@ -105,9 +105,13 @@ private:
     /// Family of the last icon of the build: icons on a shelf of an odd count take it over, across stands
     /// too.
     QString m_family;
-    /// Pictures by path, while a pass over the whole plan runs: most of its icons show one of a few pictures,
-    /// and a look at the file for each icon would cost more than all the rest of the drawing.
-    std::optional<QHash<QString, Picture>> m_passPictures;
+    struct LoadedIcon {
+        Picture picture;
+        QString path;
+    };
+    /// Icons by file name, while a pass over the whole plan runs: most locations show one of a few pictures,
+    /// and a look at the file for each of them would cost more than all the rest of the drawing.
+    std::optional<QHash<QString, LoadedIcon>> m_passIcons;
 };
 
 }  // namespace regalon

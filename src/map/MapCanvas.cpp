@@ -3,8 +3,6 @@
 #include "map/MapConstants.h"
 #include "platform/Twips.h"
 
-#include <QCoreApplication>
-
 namespace regalon {
 
 namespace {
@@ -53,10 +51,6 @@ MapCanvas::MapCanvas(int widthTwips, int heightTwips, QWidget* parent)
 }
 
 MapCanvas::~MapCanvas() = default;
-
-void MapCanvas::settle() {
-    QCoreApplication::sendPostedEvents(&m_scene, QEvent::MetaCall);
-}
 
 void MapCanvas::setReuse(bool reuse) {
     m_stands.setReuse(reuse);

@@ -45,10 +45,6 @@ public:
         MapCanvas& m_canvas;
     };
 
-    /// Has the scene do at once what it keeps for the event loop. Without this, removing items that were
-    /// added in the same event costs a search through all of them, each time.
-    void settle();
-
 Q_SIGNALS:
     /// The user clicked element `index` of `imgBookStand` or `imglocation`.
     void standClicked(int index);

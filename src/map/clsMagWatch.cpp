@@ -181,10 +181,15 @@ bool clsMagWatch::GetIconLoactionName(QStringList& names, QStringList& icons, QS
     names = icons = statuses = QStringList();
     trap("GetIconLoactionName", [&] {
         openRead(kIconNames);
-        for (; !Recordset.Eof(); Recordset.MoveNext()) {
-            names.append(text("LocationName"));
-            icons.append(text("LocationIcon"));
-            statuses.append(text("StatusLocation", QStringLiteral("0")));
+        // The one read of the whole plan at each refresh: its columns are looked up once, not for every row.
+        const auto rows = Recordset.table();
+        const qsizetype name = rows->indexOf("LocationName");
+        const qsizetype icon = rows->indexOf("LocationIcon");
+        const qsizetype status = rows->indexOf("StatusLocation");
+        for (qsizetype row = 0; row < rows->rowCount; ++row) {
+            names.append(ToText(NullToValue(rows->at(row, name))));
+            icons.append(ToText(NullToValue(rows->at(row, icon))));
+            statuses.append(ToText(NullToValue(rows->at(row, status), QStringLiteral("0"))));
         }
         done = true;
     });

@@ -73,8 +73,9 @@ public:
     }
 
     /// While reuse is on, an unloaded element waits, hidden, for the next Load of its index, which gives it
-    /// the design and an empty tag like a new one. Turning it off destroys those that wait. For a plan that
-    /// is removed and drawn again at once: most of what an element costs is its making.
+    /// the design like a new one; its tag alone stays until another is set. Turning reuse off destroys those
+    /// that wait. For a plan that is removed and drawn again at once: most of what an element costs is its
+    /// making.
     void setReuse(bool reuse) requires requires(T& element, const T& design) {
         element.copyDesign(design);
         element.setTag(QString());
@@ -114,10 +115,7 @@ private:
     std::unique_ptr<T> takeWaiting(int index) {
         if (place(index) >= m_waiting.size() || !m_waiting[place(index)])
             return nullptr;
-        std::unique_ptr<T> element = std::move(m_waiting[place(index)]);
-        if constexpr (requires(T & made) { made.setTag(QString()); })
-            element->setTag(QString());
-        return element;
+        return std::move(m_waiting[place(index)]);
     }
 
     [[noreturn]] static void raiseMissing(int index) {

@@ -107,6 +107,8 @@ void PictureItem::setStretch(bool stretch) {
 }
 
 void PictureItem::setTag(const QString& tag) {
+    if (tag == m_tag)
+        return;
     m_tag = tag;
     setData(PlanData::Tag, tag);
 }

@@ -2,6 +2,7 @@
 
 #include "map/MapBackdrop.h"
 #include "map/MapCanvas.h"
+#include "platform/FileIcon.h"
 #include "platform/KeyPreview.h"
 #include "platform/ListView.h"
 #include "platform/ToolBar.h"
@@ -32,7 +33,7 @@ constexpr int kPanelHeight = kSurfaceHeight - kPanelTop - 30;
 constexpr int kTimerInterval = 1000;  // milliseconds
 
 QIcon programIcon(const char* name) {
-    return QIcon(QStringLiteral(":/icons/") + QString::fromLatin1(name));
+    return fileIcon(QStringLiteral(":/icons/") + QString::fromLatin1(name));
 }
 
 QGroupBox* addFrame(QWidget* parent, const char* name, const QString& caption) {

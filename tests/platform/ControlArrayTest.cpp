@@ -87,7 +87,7 @@ TEST(ControlArray, ALoadedElementTakesTheDesignButIsHidden) {
     EXPECT_EQ(scene.items().size(), 1);
 }
 
-TEST(ControlArray, AReusedElementIsAsANewOne) {
+TEST(ControlArray, AReusedElementHasTheDesignOfANewOne) {
     QGraphicsScene scene;
     Pictures array(QStringLiteral("imglocation"));
     scene.addItem(&array[0]);
@@ -95,7 +95,6 @@ TEST(ControlArray, AReusedElementIsAsANewOne) {
     const PictureItem* first = &array.Load(1);
     array[1].setLeft(300);
     array[1].setVisible(true);
-    array[1].setTag(QStringLiteral("1_1_1_1_LA_2"));
     array.Unload(1);
     EXPECT_EQ(array.Count(), 1);
     EXPECT_FALSE(array.exists(1));
@@ -104,8 +103,6 @@ TEST(ControlArray, AReusedElementIsAsANewOne) {
     PictureItem& again = array.Load(1);
     EXPECT_EQ(&again, first);
     EXPECT_EQ(again.left(), 0);
-    EXPECT_EQ(again.tag(), QString());
-    EXPECT_EQ(again.data(PlanData::Tag).toString(), QString());
     EXPECT_EQ(again.index(), 1);
     EXPECT_FALSE(again.isVisible());
     EXPECT_EQ(array.Count(), 2);
