@@ -59,11 +59,13 @@ void EngineState::publish(std::shared_ptr<const Schema> schema) {
 
 std::int16_t EngineState::takeSpid() {
     const std::lock_guard lock(m_mutex);
-    // Numbers up to 50 belong to the server itself.
-    std::int16_t spid = 51;
-    while (m_spids.count(spid) != 0) {
-        ++spid;
+    // Numbers up to 50 belong to the server itself. The others go round, so that what a client has stored
+    // under the number of its session is not at once in the hands of the next one.
+    while (m_spids.count(m_nextSpid) != 0) {
+        m_nextSpid = m_nextSpid == INT16_MAX ? kFirstSpid : static_cast<std::int16_t>(m_nextSpid + 1);
     }
+    const std::int16_t spid = m_nextSpid;
+    m_nextSpid = spid == INT16_MAX ? kFirstSpid : static_cast<std::int16_t>(spid + 1);
     m_spids.insert(spid);
     return spid;
 }

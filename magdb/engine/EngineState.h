@@ -62,7 +62,9 @@ public:
 private:
     std::mutex m_mutex;
     std::shared_ptr<const Schema> m_schema;
-    std::set<std::int16_t> m_spids;
+    static constexpr std::int16_t kFirstSpid = 51;
+    std::set<std::int16_t> m_spids;  ///< in use
+    std::int16_t m_nextSpid = kFirstSpid;
 };
 
 }  // namespace magdb

@@ -1,5 +1,6 @@
 #include "engine/Password.h"
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <random>
@@ -49,60 +50,80 @@ void compress(State& state, const std::uint8_t* block) {
     }
 }
 
-Bytes hmac(const Bytes& key, const Bytes& data) {
-    Bytes padded = key.size() > kBlock ? sha256(key) : key;
-    padded.resize(kBlock);
-    Bytes inner(padded);
-    Bytes outer(padded);
-    for (std::size_t i = 0; i < kBlock; ++i) {
-        inner[i] ^= 0x36;
-        outer[i] ^= 0x5C;
-    }
-    inner.insert(inner.end(), data.begin(), data.end());
-    const Bytes digest = sha256(inner);
-    outer.insert(outer.end(), digest.begin(), digest.end());
-    return sha256(outer);
-}
+constexpr State kStart = {0x6a09e667, 0xbb67ae85, 0x3c6ef372, 0xa54ff53a,
+                          0x510e527f, 0x9b05688c, 0x1f83d9ab, 0x5be0cd19};
 
-}  // namespace
+using Digest = std::array<std::uint8_t, 32>;
 
-Bytes sha256(const Bytes& data) {
-    State state = {0x6a09e667, 0xbb67ae85, 0x3c6ef372, 0xa54ff53a,
-                   0x510e527f, 0x9b05688c, 0x1f83d9ab, 0x5be0cd19};
-    Bytes padded(data);
-    padded.push_back(0x80);
-    while (padded.size() % kBlock != kBlock - 8) {
-        padded.push_back(0);
+/// Hashes the last bytes of a text of `total` bytes whose whole blocks before them are in `state`.
+Digest finish(State state, const std::uint8_t* rest, std::size_t size, std::size_t total) {
+    for (; size >= kBlock; rest += kBlock, size -= kBlock) {
+        compress(state, rest);
     }
-    const std::uint64_t bits = std::uint64_t{data.size()} * 8;
-    for (int shift = 56; shift >= 0; shift -= 8) {
-        padded.push_back(static_cast<std::uint8_t>(bits >> shift));
+    std::array<std::uint8_t, 2 * kBlock> tail{};
+    std::copy(rest, rest + size, tail.begin());
+    tail[size] = 0x80;
+    const std::size_t end = size + 9 <= kBlock ? kBlock : 2 * kBlock;
+    const std::uint64_t bits = std::uint64_t{total} * 8;
+    for (std::size_t i = 0; i < 8; ++i) {
+        tail[end - 1 - i] = static_cast<std::uint8_t>(bits >> (8 * i));
     }
-    for (std::size_t i = 0; i < padded.size(); i += kBlock) {
-        compress(state, padded.data() + i);
+    for (std::size_t at = 0; at < end; at += kBlock) {
+        compress(state, tail.data() + at);
     }
-    Bytes digest;
-    for (const std::uint32_t word : state) {
-        for (int shift = 24; shift >= 0; shift -= 8) {
-            digest.push_back(static_cast<std::uint8_t>(word >> shift));
-        }
+    Digest digest{};
+    for (std::size_t i = 0; i < digest.size(); ++i) {
+        digest[i] = static_cast<std::uint8_t>(state[i / 4] >> (24 - i % 4 * 8));
     }
     return digest;
 }
 
+/// HMAC with the two blocks of its key hashed once: a login signs some thousand times with the same key.
+class HmacKey {
+public:
+    explicit HmacKey(const Bytes& key) {
+        Bytes padded = key.size() > kBlock ? sha256(key) : key;
+        padded.resize(kBlock);
+        for (std::uint8_t& byte : padded) {
+            byte ^= 0x36;
+        }
+        compress(m_inner, padded.data());
+        for (std::uint8_t& byte : padded) {
+            byte ^= 0x36 ^ 0x5C;
+        }
+        compress(m_outer, padded.data());
+    }
+
+    Digest sign(const std::uint8_t* data, std::size_t size) const {
+        const Digest inner = finish(m_inner, data, size, kBlock + size);
+        return finish(m_outer, inner.data(), inner.size(), kBlock + inner.size());
+    }
+
+private:
+    State m_inner = kStart;
+    State m_outer = kStart;
+};
+
+}  // namespace
+
+Bytes sha256(const Bytes& data) {
+    const Digest digest = finish(kStart, data.data(), data.size(), data.size());
+    return Bytes(digest.begin(), digest.end());
+}
+
 Bytes deriveKey(std::string_view password, const Bytes& salt, int rounds) {
-    const Bytes key(password.begin(), password.end());
+    const HmacKey key(Bytes(password.begin(), password.end()));
     Bytes block(salt);
     block.insert(block.end(), {0, 0, 0, 1});
-    Bytes u = hmac(key, block);
-    Bytes result = u;
+    Digest u = key.sign(block.data(), block.size());
+    Digest result = u;
     for (int i = 1; i < rounds; ++i) {
-        u = hmac(key, u);
+        u = key.sign(u.data(), u.size());
         for (std::size_t k = 0; k < result.size(); ++k) {
             result[k] ^= u[k];
         }
     }
-    return result;
+    return Bytes(result.begin(), result.end());
 }
 
 PasswordHash hashPassword(std::string_view password) {
