@@ -155,7 +155,7 @@ void MapBuilder::showIcon(PictureItem& item, const QString& file) {
 
 bool MapBuilder::WathStore(bool saveNames) {
     bool built = false;
-    WindowTrap(m_names.WathStore, [&] {
+    const bool whole = WindowTrap(m_names.WathStore, [&] {
         const IconPass pass(*this);
         LocationNameBatches batches;
         m_family.clear();
@@ -172,7 +172,8 @@ bool MapBuilder::WathStore(bool saveNames) {
         if (saveNames)
             this->saveNames(batches);
     });
-    return built;
+    // A plan that broke off keeps its first looks: the icons would be asked of a server that has just failed.
+    return whole && built;
 }
 
 BookstandData MapBuilder::readStand(const DbRecordset& stands) {

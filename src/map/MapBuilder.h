@@ -54,7 +54,7 @@ public:
     const QString& iconFolder() const { return m_iconFolder; }
 
     /// Draws every stand of the warehouse and, if asked, gives every location its name and stores the names.
-    /// True when at least one stand was drawn whole.
+    /// True when at least one stand was drawn whole and nothing but single stands failed.
     bool WathStore(bool saveNames);
 
     /// Adds one stand with its icons and its frame. With names the icons get their `Tag` and the batches

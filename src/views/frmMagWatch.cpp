@@ -96,6 +96,9 @@ void frmMagWatch::resetDesign() {
     for (QLabel* label : {m_lblObjectClick, m_lblObjectParam, m_lblObjectParam2})
         label->clear();
     showAddress({}, {}, {}, {});
+    m_itemCode.clear();
+    m_lstLocationItem->clearItems();
+    m_lstLocationItem->clearHeaders();
     m_tlbWatchFullSurLocation->button(1)->setEnabled(true);
     m_tlbWatchFullSurLocation->button(2)->setEnabled(false);
     m_frmWatchData->show();

@@ -45,10 +45,10 @@ void frmMagWatch::imglocation_Click(int index) {
         showAddress(rank, stand, shelf, location);
         if (!m_frmWathLocationShiftItem->isHidden())
             return;
-        const LocationAddress address{ToInt16(rank), ToInt16(stand), ToInt16(shelf), ToInt16(location)};
-        m_lblObjectClick->setText(QStringLiteral("Rząd: ") + RankLetter(address.Rank) +
+        m_lblObjectClick->setText(QStringLiteral("Rząd: ") + RankLetter(ToInt16(rank)) +
                                   QStringLiteral(" Regał: ") + stand + QStringLiteral(" Półka: ") + shelf +
                                   QStringLiteral(" Lokazliacja: ") + location);
+        const LocationAddress address{ToInt16(rank), ToInt16(stand), ToInt16(shelf), ToInt16(location)};
         showAssignedMaterial(address);
         m_tlbWatchFullSurLocation->button(kCloseList)->setEnabled(false);
     });

@@ -469,6 +469,20 @@ TEST_F(MapBuild, ADeadServerIsReportedByWathStoreAndTheIconsAreSkipped) {
     EXPECT_EQ(messages.last().Flags, 4112);
 }
 
+TEST_F(MapBuild, ABuildThatBreaksOffBehindAWholeStandSkipsTheIcons) {
+    for (const int stand : {1, 2, 3})
+        ASSERT_TRUE(warehouse.addStand(1, stand, 1, QStringLiteral("1")));
+    ASSERT_TRUE(warehouse.run({QStringLiteral(
+        "update kolv_mag_Stand set StandIcon = N'missing.ico' where Rank = 1 and Stand = 2")}));
+    messages.onMessage([&](const MsgBoxRecorder::Message& message) {
+        if (message.Title == u"frmMagWatch - GenerateBookstand")
+            warehouse.server.kill();
+    });
+    builder->RefreschWatchStore();
+    ASSERT_EQ(messages.count(), 2);
+    EXPECT_EQ(messages.last().Title, QStringLiteral("frmMagWatch - WathStore"));
+}
+
 TEST_F(MapBuild, WithoutAConnectionWathStoreReportsThatNoObjectIsSet) {
     warehouse.context.ConnMain.reset();
     warehouse.context.ErrorService.reset();

@@ -64,9 +64,15 @@ TEST_F(FrmMagWatch, AClickOnALocationTellsItsMaterial) {
 }
 
 TEST_F(FrmMagWatch, ALocationWithoutARowReadsAsHavingNoMaterial) {
-    ASSERT_TRUE(warehouse.run({QStringLiteral(
-        "delete from kolv_mag_Location_Item where Rank = 1 and Stand = 2 and Shelf = 1 and Location = 1")}));
+    ASSERT_TRUE(warehouse.run(
+        {QStringLiteral(
+             "delete from kolv_mag_Location_Item where Rank = 1 and Stand in (2, 3) and Shelf = 1"),
+         QStringLiteral("insert into kolv_mag_Location_Item (Rank,Stand,Shelf,Location,GroupSur) values "
+                        "(1,3,1,1,1)")}));
     open();
+    clickLocation(QStringLiteral("1_3_1_1"));
+    ASSERT_TRUE(toolBar("tlbWatchFullSurLocation")->isVisible());
+    ASSERT_NE(label("lblObjectParam2")->text(), QString());
     clickLocation(QStringLiteral("1_2_1_1"));
     EXPECT_EQ(label("lblObjectParam")->text(), QStringLiteral("Brak przypisanego surowca"));
     EXPECT_EQ(label("lblObjectParam2")->text(), QString());
