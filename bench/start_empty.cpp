@@ -7,6 +7,7 @@
 
 #include <QApplication>
 #include <QMainWindow>
+#include <QStyle>
 
 #include <cstdio>
 #include <cstdlib>
@@ -38,6 +39,9 @@ int main(int argc, char* argv[]) {
         std::fprintf(stderr, "bench-start-empty: %s\n", error.what());
         return 1;
     }
+    // The same libraries: the first picture that a toolbar asks its style for maps the toolkit's picture
+    // plugins.
+    (void)QApplication::style()->standardIcon(QStyle::SP_ToolBarHorizontalExtensionButton);
     EmptyWindow window;
     window.setFixedSize(15450 / regalon::TwipsPerPixel, 11400 / regalon::TwipsPerPixel);
     window.show();

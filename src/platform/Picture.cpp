@@ -1,5 +1,6 @@
 #include "platform/Picture.h"
 
+#include "platform/IconBitmap.h"
 #include "platform/Paths.h"
 #include "platform/RunTimeError.h"
 #include "platform/Twips.h"
@@ -67,6 +68,9 @@ bool isIcon(const QByteArray& bytes) {
 }
 
 QImage iconImage(const QByteArray& bytes, int number) {
+    QImage image = iconBitmap(bytes, number);
+    if (!image.isNull())
+        return image;
     QBuffer buffer;
     buffer.setData(bytes);
     buffer.open(QIODevice::ReadOnly);
@@ -135,6 +139,12 @@ QByteArray contents(const QString& path) {
     return file.readAll();
 }
 
+/// The contents of a path whose file is known. The system's path is walked again only to tell what is wrong.
+QByteArray contents(const QString& path, const QString& found) {
+    QFile file(found);
+    return !found.isEmpty() && file.open(QIODevice::ReadOnly) ? file.readAll() : contents(path);
+}
+
 }  // namespace
 
 Picture::Picture() = default;
@@ -157,10 +167,11 @@ Picture Picture::load(const QString& path) {
     if (known != cache().constEnd() && ::stat(known->file.constData(), &now) == 0 && known->isOf(now))
         return known->picture;
 
-    const QByteArray file = QFile::encodeName(Paths::toFile(path));
+    const QString found = Paths::toFile(path);
+    const QByteArray file = QFile::encodeName(found);
     // Looked at before the reading: a change in between is then seen the next time.
     const bool keep = ::stat(file.constData(), &now) == 0 && now.st_size <= MaxCachedBytes;
-    const Picture picture = read(path);
+    const Picture picture(decoded(contents(path, found)));
     if (cache().size() >= MaxCached)
         cache().clear();
     if (keep)

@@ -3,6 +3,7 @@
 
 #include "artwork/Icons.h"
 #include "common/ErrorTrap.h"
+#include "platform/FileIcon.h"
 #include "platform/Screen.h"
 #include "platform/StatusBar.h"
 #include "platform/ToolBar.h"
@@ -64,9 +65,9 @@ mdiKolvestra::~mdiKolvestra() {
 
 void mdiKolvestra::addImages() {
     loadProgramIcons();
-    setWindowIcon(QIcon(QStringLiteral(":/icons/regalon.ico")));
-    imgSmall.add(QIcon(QStringLiteral(":/icons/exit.ico")));
-    ilsMouse.add(QIcon(QStringLiteral(":/icons/busy.ico")));
+    setWindowIcon(fileIcon(QStringLiteral(":/icons/regalon.ico")));
+    imgSmall.add(fileIcon(QStringLiteral(":/icons/exit.ico")));
+    ilsMouse.add(fileIcon(QStringLiteral(":/icons/busy.ico")));
     Screen::setMouseIcon(ilsMouse.icon(busyImage));
 }
 

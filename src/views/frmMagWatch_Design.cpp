@@ -24,7 +24,8 @@ namespace {
 constexpr int kSurfaceWidth = 15210;
 constexpr int kSurfaceHeight = 9720;
 
-// The panels below the hall share one place; only one of them shows at a time.
+// The panels below the hall share one place; only one of them shows at a time. The list of materials lies
+// above them.
 constexpr int kPanelLeft = 120;
 constexpr int kPanelTop = 8310;
 constexpr int kPanelWidth = kSurfaceWidth - 240;
@@ -166,11 +167,13 @@ void frmMagWatch::createStatusPanel() {
 
 void frmMagWatch::createLocationList() {
     m_frmWathLocationShiftItem = addFrame(m_surface, "frmWathLocationShiftItem", QString());
-    place(m_frmWathLocationShiftItem, 780, 6000, 13800, 2220);
+    // Over the lowest row of the hall only: while the list is open the user picks its next location on the
+    // plan.
+    place(m_frmWathLocationShiftItem, 780, 6660, 13800, 1590);
     m_lstLocationItem = new ListView(m_frmWathLocationShiftItem);
     m_lstLocationItem->setObjectName(QStringLiteral("lstLocationItem"));
     m_lstLocationItem->setSmallIcons(&m_imgSmall);
-    place(m_lstLocationItem, 90, 90, 13620, 2040);
+    place(m_lstLocationItem, 60, 60, 13680, 1470);
 }
 
 void frmMagWatch::createLaterPanels() {

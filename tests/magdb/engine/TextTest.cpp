@@ -114,6 +114,11 @@ TEST(Password, HashesAgreeWithThePublishedVectors) {
               "248D6A61D20638B8E5C026930C3E6039A33CE45964FF2167F6ECEDD419DB06C1");
     EXPECT_EQ(hex(deriveKey("passwd", bytesOf("salt"), 1)),
               "55AC046E56E3089FEC1691C22544B605F94185216DDE0465E68B9D57C20DACBC");
+    EXPECT_EQ(hex(deriveKey("Password", bytesOf("NaCl"), 80000)),
+              "4DDCD8F60B98BE21830CEE5EF22701F9641A4418D04C0414AEFF08876B34AB56");
+    // A key of more than one block is hashed first; by Python's hashlib.
+    EXPECT_EQ(hex(deriveKey(std::string(80, 'x'), bytesOf("salt"), 2)),
+              "6E9B06A8E25BB1D0FE2639ACA59AE98D7B7A71445E557C5CD72C2DAAAFFC54C6");
 }
 
 TEST(Password, OnlyTheRightOneVerifies) {
