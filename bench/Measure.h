@@ -25,7 +25,8 @@ private:
 /// Prints "name: median, quartiles, range, count" on standard output.
 void report(const std::string& name, const Samples& samples, const char* unit = "ms");
 
-/// Prints the last line of a measure.
+/// Prints the last line of a measure. The ratio is the median of those of single rounds: the load of the
+/// machine changes between rounds, and weighs on both sides of one alike.
 void printRatio(const std::string& name, double ratio);
 
 }  // namespace bench

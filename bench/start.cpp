@@ -15,7 +15,7 @@ namespace {
 
 using regalon::test::LocalWarehouse;
 
-constexpr int rounds = 15;
+constexpr int rounds = 31;
 
 struct Start {
     double milliseconds = 0;
@@ -86,6 +86,7 @@ void measure() {
             .arg(LocalWarehouse::login(), LocalWarehouse::password(), LocalWarehouse::database());
     bench::Samples client;
     bench::Samples empty;
+    bench::Samples ratios;
     bench::Samples clientMemory;
     bench::Samples emptyMemory;
     for (int i = 0; i < rounds; ++i) {
@@ -93,6 +94,7 @@ void measure() {
         const Start theirs = run(QStringLiteral("bench-start-empty"), {odbc, trace});
         client.add(ours.milliseconds);
         empty.add(theirs.milliseconds);
+        ratios.add(ours.milliseconds / theirs.milliseconds);
         clientMemory.add(ours.residentMib);
         emptyMemory.add(theirs.residentMib);
     }
@@ -100,7 +102,8 @@ void measure() {
     bench::report("empty window, statements", empty);
     bench::report("client, resident", clientMemory, "MiB");
     bench::report("empty window, resident", emptyMemory, "MiB");
-    bench::printRatio("start", client.median() / empty.median());
+    bench::report("ratio of each round", ratios, "");
+    bench::printRatio("start", ratios.median());
 }
 
 }  // namespace
