@@ -60,7 +60,8 @@ export function runClient(command, args, input, environment = {}) {
     input, encoding: 'utf8', timeout: 60_000, maxBuffer: 256 * 1024 * 1024,
     env: { ...process.env, LC_ALL: 'C.UTF-8', ...environment },
   });
-  if (result.error) {
+  // A client whose login fails ends without reading its input.
+  if (result.error && result.error.code !== 'EPIPE') {
     throw result.error;
   }
   return { code: result.status, text: result.stdout, errors: result.stderr, all: result.stdout + result.stderr };
