@@ -67,14 +67,27 @@ TEST_F(LocationNames, ANameWhoseLocationIsGoneIsPassedOver) {
 
 TEST_F(LocationNames, ATextThatIsNoNameRefusesTheWholeCall) {
     const std::string before = nameOf("1_1_1_1");
-    for (const char* wrong : {"abc", "1_1_1_1", "1_1_1_1_LC_", "1_1_1_1_LX_7", "1_x_1_1_LC_7", "_1_1_1_LC_7",
-                              "1_1_1_1_LC_7,,1_1_2_1_LA_8"}) {
+    for (const char* wrong :
+         {"abc", "1_1_1_1", "1_x_1_1_LC_7", "_1_1_1_LC_7", "1_1_1_1_LC_7,,1_1_2_1_LA_8"}) {
         const Answer answer = save("N'1_1_1_1_LC_7777," + std::string(wrong) + "'", "N''", "N''");
         EXPECT_EQ(answer.value, 1) << wrong;
         EXPECT_NE(answer.message, "") << wrong;
         EXPECT_EQ(nameOf("1_1_1_1"), before) << wrong;
     }
     EXPECT_EQ(save("N'abc'", "N''", "N''").message, "Błędna nazwa lokalizacji: abc");
+}
+
+TEST_F(LocationNames, ANameWithoutAFamilyIsStored) {
+    const Answer answer = save("N'1_1_1_1__2'", "N''", "N''");
+    EXPECT_EQ(answer.value, 0) << answer.message;
+    EXPECT_EQ(nameOf("1_1_1_1"), "1_1_1_1__2");
+}
+
+TEST_F(LocationNames, ANameThatDiffersInLetterCaseAloneIsStored) {
+    ASSERT_EQ(save("N'1_1_1_1_lc_2'", "N''", "N''").value, 0);
+    ASSERT_EQ(nameOf("1_1_1_1"), "1_1_1_1_lc_2");
+    EXPECT_EQ(save("N'1_1_1_1_LC_2'", "N''", "N''").value, 0);
+    EXPECT_EQ(nameOf("1_1_1_1"), "1_1_1_1_LC_2");
 }
 
 TEST_F(LocationNames, ListsOf3999CharactersAreTaken) {
