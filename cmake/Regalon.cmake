@@ -10,7 +10,9 @@ set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/lib")
 
 find_program(REGALON_CCACHE ccache)
 if(REGALON_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
-  set(CMAKE_CXX_COMPILER_LAUNCHER "${REGALON_CCACHE}")
+  # Paths relative to the sources: every clone and every build folder of this machine shares what one of them compiled.
+  set(CMAKE_CXX_COMPILER_LAUNCHER
+    "${CMAKE_COMMAND}" -E env "CCACHE_BASEDIR=${CMAKE_SOURCE_DIR}" CCACHE_NOHASHDIR=1 "${REGALON_CCACHE}")
 endif()
 
 find_package(Threads REQUIRED)
