@@ -15,6 +15,7 @@
 #include <QScopeGuard>
 
 #include <algorithm>
+#include <optional>
 
 namespace regalon {
 
@@ -112,24 +113,8 @@ MapReportNames MapReportNames::of(const QString& window) {
             .RebulidMag = name(window, "RebulidMag")};
 }
 
-/// A pass over the plan: each icon is loaded once, and none is kept beyond the pass.
-class MapBuilder::IconPass {
-public:
-    explicit IconPass(MapBuilder& builder) : m_builder(builder) { m_builder.m_passIcons.emplace(); }
-    ~IconPass() { m_builder.m_passIcons.reset(); }
-    IconPass(const IconPass&) = delete;
-    IconPass& operator=(const IconPass&) = delete;
-
-private:
-    MapBuilder& m_builder;
-};
-
 MapBuilder::MapBuilder(AppContext& context, MapCanvas& canvas, clsMagWatch& data, const MapReportNames& names)
     : m_context(context), m_canvas(canvas), m_data(data), m_names(names) {}
-
-QString MapBuilder::iconPath(const QString& file) const {
-    return m_iconFolder + QLatin1Char('\\') + file;
-}
 
 /// Adds an element at the end of its array, over all that were added before it: of stands that overlap, the
 /// later one is seen and clicked.
@@ -140,23 +125,10 @@ T& MapBuilder::loadNext(ControlArray<T>& controls) {
     return element;
 }
 
-void MapBuilder::showIcon(PictureItem& item, const QString& file) {
-    if (!m_passIcons) {
-        item.loadPicture(iconPath(file));
-        return;
-    }
-    auto known = m_passIcons->constFind(file);
-    if (known == m_passIcons->cend()) {
-        const QString path = iconPath(file);
-        known = m_passIcons->insert(file, {Picture::load(path), path});
-    }
-    item.setLoadedPicture(known->picture, known->path);
-}
-
 bool MapBuilder::WathStore(bool saveNames) {
     bool built = false;
     const bool whole = WindowTrap(m_names.WathStore, [&] {
-        const IconPass pass(*this);
+        const PlanIcons::Pass pass(m_icons);
         LocationNameBatches batches;
         m_family.clear();
         DbRecordset stands;
@@ -249,7 +221,7 @@ void MapBuilder::addStandImage(ControlArray<PictureItem>& stands, const Bookstan
     // A stand whose icon fails stays without a Tag, and a click on it does nothing.
     QString tag;
     const auto setTag = qScopeGuard([&] { image.setTag(tag); });
-    showIcon(image, stand.StandIcon.isEmpty() ? QStringLiteral("Reg.ico") : stand.StandIcon);
+    m_icons.show(image, stand.StandIcon.isEmpty() ? QStringLiteral("Reg.ico") : stand.StandIcon);
     if (saveNames)
         tag = buildStandTag(stand.Rank, stand.Stand, stand.StandIcon);
 }
@@ -273,7 +245,7 @@ void MapBuilder::addLocation(ControlArray<PictureItem>& locations, const Booksta
     icon.setLeft(left);
     icon.setVisible(true);
     if (!family.isEmpty())
-        showIcon(icon, firstLook(family));
+        m_icons.show(icon, firstLook(family));
 }
 
 void MapBuilder::GenerateBookstandLineAround(ControlArray<LineItem>& frames, qint32 left, qint32 top,
@@ -294,7 +266,7 @@ bool MapBuilder::ChangeIconLocation(ControlArray<PictureItem>& locations) {
         QStringList statuses;
         if (!m_data.GetIconLoactionName(names, icons, statuses))
             return;
-        const IconPass pass(*this);
+        const PlanIcons::Pass pass(m_icons);
         const QHash<QString, qsizetype> positions = firstPositions(names);
         LocationLook look;
         const int count = locations.Count();
@@ -306,7 +278,7 @@ bool MapBuilder::ChangeIconLocation(ControlArray<PictureItem>& locations) {
                 look.take(icons.at(*hit), statuses.at(*hit));
             look.follow(fields.view(LocationField::Family));
             if (look.file)
-                showIcon(location, *look.file);
+                m_icons.show(location, *look.file);
             else
                 location.loadPicture(QString());
         }

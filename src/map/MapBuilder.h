@@ -3,14 +3,13 @@
 #include "common/DbRecordset.h"
 #include "map/LocationNameBatches.h"
 #include "map/MapConstants.h"
+#include "map/PlanIcons.h"
 #include "platform/ControlArray.h"
 #include "platform/PlanItems.h"
 
-#include <QHash>
 #include <QString>
 
 #include <array>
-#include <optional>
 
 namespace regalon {
 
@@ -50,8 +49,10 @@ public:
     MapBuilder(AppContext& context, MapCanvas& canvas, clsMagWatch& data, const MapReportNames& names);
 
     /// Folder of the icon files, in the system's form and without a separator at the end.
-    void setIconFolder(const QString& folder) { m_iconFolder = folder; }
-    const QString& iconFolder() const { return m_iconFolder; }
+    void setIconFolder(const QString& folder) { m_icons.setFolder(folder); }
+    const QString& iconFolder() const { return m_icons.folder(); }
+    /// The same icons for whoever else changes this plan.
+    PlanIcons& icons() { return m_icons; }
 
     /// Draws every stand of the warehouse and, if asked, gives every location its name and stores the names.
     /// True when at least one stand was drawn whole and nothing but single stands failed.
@@ -82,8 +83,6 @@ public:
     void RebulidMag(bool refreshQuantities);
 
 private:
-    class IconPass;
-
     BookstandData readStand(const DbRecordset& stands);
     void readLocationCounts(BookstandData& stand);
     void saveNames(const LocationNameBatches& batches);
@@ -92,26 +91,17 @@ private:
                      int position, int count, qint32 left, LocationNameBatches* batches);
     template <typename T>
     T& loadNext(ControlArray<T>& controls);
-    QString iconPath(const QString& file) const;
-    void showIcon(PictureItem& item, const QString& file);
 
     AppContext& m_context;
     MapCanvas& m_canvas;
     clsMagWatch& m_data;
     MapReportNames m_names;
     MapConstants m_measures;
-    QString m_iconFolder;
+    PlanIcons m_icons;
     qint64 m_loaded = 0;
     /// Family of the last icon of the build: icons on a shelf of an odd count take it over, across stands
     /// too.
     QString m_family;
-    struct LoadedIcon {
-        Picture picture;
-        QString path;
-    };
-    /// Icons by file name, while a pass over the whole plan runs: most locations show one of a few pictures,
-    /// and a look at the file for each of them would cost more than all the rest of the drawing.
-    std::optional<QHash<QString, LoadedIcon>> m_passIcons;
 };
 
 }  // namespace regalon
