@@ -192,6 +192,12 @@ void ListModel::setSmallIcons(const ImageList* icons) {
         Q_EMIT dataChanged(index(0, 0), index(m_shown - 1, 0), {Qt::DecorationRole});
 }
 
+void ListModel::setHeaderIcons(const ImageList* icons) {
+    m_headerIcons = icons;
+    if (!m_headers.isEmpty())
+        Q_EMIT headerDataChanged(Qt::Horizontal, 0, static_cast<int>(m_headers.size()) - 1);
+}
+
 void ListModel::changed(ListItem& item) {
     if (item.m_row < m_shown && !m_headers.isEmpty())
         Q_EMIT dataChanged(index(item.m_row, 0), index(item.m_row, static_cast<int>(m_headers.size()) - 1));
@@ -215,9 +221,16 @@ int ListModel::columnCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : static_cast<int>(m_headers.size());
 }
 
-QVariant ListModel::decoration(const ListItem& item) const {
-    const bool hasIcon = m_icons != nullptr && item.m_smallIcon > 0 && item.m_smallIcon <= m_icons->count();
-    return hasIcon ? QVariant(m_icons->icon(item.m_smallIcon)) : QVariant();
+QVariant ListModel::decoration(const ImageList* icons, int number) {
+    const bool hasIcon = icons != nullptr && number > 0 && number <= icons->count();
+    return hasIcon ? QVariant(icons->icon(number)) : QVariant();
+}
+
+void ListModel::checkIcon(const ImageList* icons, int number) {
+    if (number != 0 && icons == nullptr)
+        throw RunTimeError(RunTime::ImageListNotSet);
+    if (number < 0 || (icons != nullptr && number > icons->count()))
+        throw RunTimeError(RunTime::IndexOutOfBounds);
 }
 
 QVariant ListModel::data(const QModelIndex& index, int role) const {
@@ -230,7 +243,7 @@ QVariant ListModel::data(const QModelIndex& index, int role) const {
         case Qt::TextAlignmentRole:
             return headerData(index.column(), Qt::Horizontal, role);
         case Qt::DecorationRole:
-            return index.column() == 0 ? decoration(*item) : QVariant();
+            return index.column() == 0 ? decoration(m_icons, item->m_smallIcon) : QVariant();
         case Qt::CheckStateRole:
             if (index.column() != 0 || !m_checkBoxes)
                 return {};
@@ -255,6 +268,8 @@ QVariant ListModel::headerData(int section, Qt::Orientation orientation, int rol
     const Header& header = m_headers[section];
     if (role == Qt::DisplayRole)
         return header.text;
+    if (role == Qt::DecorationRole)
+        return decoration(m_headerIcons, header.icon);
     if (role != Qt::TextAlignmentRole)
         return {};
     switch (header.alignment) {
@@ -299,11 +314,7 @@ void ListItem::setChecked(bool checked) {
 }
 
 void ListItem::setSmallIcon(int number) {
-    const ImageList* icons = m_model->smallIcons();
-    if (number != 0 && icons == nullptr)
-        throw RunTimeError(RunTime::ImageListNotSet);
-    if (number < 0 || (icons != nullptr && number > icons->count()))
-        throw RunTimeError(RunTime::IndexOutOfBounds);
+    ListModel::checkIcon(m_model->smallIcons(), number);
     m_smallIcon = number;
     m_model->changed(*this);
 }

@@ -23,6 +23,7 @@ public:
         QString text;
         ListAlignment alignment = ListAlignment::Left;
         int width = 0;
+        int icon = 0;
     };
 
     explicit ListModel(QObject* parent = nullptr);
@@ -54,6 +55,12 @@ public:
     void setCheckBoxes(bool on);
     const ImageList* smallIcons() const { return m_icons; }
     void setSmallIcons(const ImageList* icons);
+    const ImageList* headerIcons() const { return m_headerIcons; }
+    void setHeaderIcons(const ImageList* icons);
+
+    /// Raises 35613 for an icon without an image list, 35600 for a number that the list does not have. 0 is
+    /// always good: no icon.
+    static void checkIcon(const ImageList* icons, int number);
 
     /// Tells the view that a row looks different; a waiting row has no look yet.
     void changed(ListItem& item);
@@ -79,13 +86,14 @@ private:
     void insertSorted(int firstNew);
     void renumber(int from);
     QString sortText(const ListItem& item) const { return item.m_cells.value(m_sortKey); }
-    QVariant decoration(const ListItem& item) const;
+    static QVariant decoration(const ImageList* icons, int number);
 
     QList<Header> m_headers;
     Items m_items;
     QHash<QString, ListItem*> m_keys;
     QCollator m_collator;
     const ImageList* m_icons = nullptr;
+    const ImageList* m_headerIcons = nullptr;
     int m_shown = 0;
     int m_sortKey = 0;
     ListSortOrder m_sortOrder = ListSortOrder::Ascending;

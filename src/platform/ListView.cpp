@@ -67,7 +67,7 @@ int ListView::headerCount() const {
 int ListView::addHeader(const QString& text, int widthTwips, ListAlignment alignment) {
     const int number = headerCount() + 1;
     const ListAlignment used = number == 1 ? ListAlignment::Left : alignment;
-    m_list->addHeader({text, used, 0});
+    m_list->addHeader({text, used});
     setHeaderWidth(number, widthTwips);
     return number;
 }
@@ -117,6 +117,26 @@ void ListView::setHeaderAlignment(int number, ListAlignment alignment) {
         return;
     ListModel::Header changed = m_list->headers()[column];
     changed.alignment = alignment;
+    m_list->setHeader(column, changed);
+}
+
+void ListView::setHeaderIcons(const ImageList* icons) {
+    m_list->setHeaderIcons(icons);
+}
+
+const ImageList* ListView::headerIcons() const {
+    return m_list->headerIcons();
+}
+
+int ListView::headerIcon(int number) const {
+    return m_list->headers()[columnOf(*m_list, number)].icon;
+}
+
+void ListView::setHeaderIcon(int number, int icon) {
+    const int column = columnOf(*m_list, number);
+    ListModel::checkIcon(headerIcons(), icon);
+    ListModel::Header changed = m_list->headers()[column];
+    changed.icon = icon;
     m_list->setHeader(column, changed);
 }
 

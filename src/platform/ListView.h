@@ -40,6 +40,14 @@ public:
     /// Header 1 stays left whatever is set: a list cannot align its first column.
     void setHeaderAlignment(int number, ListAlignment alignment);
 
+    /// Icons for the headers; not owned, must live as long as the list shows them. nullptr for none.
+    void setHeaderIcons(const ImageList* icons);
+    const ImageList* headerIcons() const;
+    /// Number of the header's icon in that list; 0 for none. Setting raises 35613 without an image list and
+    /// 35600 for a number that it does not have.
+    int headerIcon(int number) const;
+    void setHeaderIcon(int number, int icon);
+
     // Rows. A number outside 1 to itemCount() raises 35600.
     int itemCount() const;
     /// Row at a position of the shown order.

@@ -219,6 +219,33 @@ TEST(ListView, TheSelectionStaysOnItsRowThroughASort) {
     EXPECT_EQ(list.selectedItem(), nullptr);
 }
 
+TEST(ListView, HeadersShowIconsOfTheirOwnImageList) {
+    ListView list;
+    list.addHeader(QStringLiteral("a"));
+    list.addHeader(QStringLiteral("b"));
+    EXPECT_EQ(list.headerIcon(1), 0);
+    list.setHeaderIcon(1, 0);
+    EXPECT_EQ(failureOf([&] { list.setHeaderIcon(1, 39); }), RunTime::ImageListNotSet);
+    ImageList icons;
+    QPixmap pixmap(16, 16);
+    pixmap.fill(Qt::red);
+    icons.set(39, QIcon(pixmap));
+    list.setHeaderIcons(&icons);
+    list.setHeaderIcon(2, 39);
+    EXPECT_EQ(list.headerIcon(2), 39);
+    const auto shown = [&list](int section) {
+        return list.model()->headerData(section, Qt::Horizontal, Qt::DecorationRole).value<QIcon>();
+    };
+    EXPECT_FALSE(shown(1).isNull());
+    EXPECT_TRUE(shown(0).isNull());
+    EXPECT_EQ(failureOf([&] { list.setHeaderIcon(2, 40); }), RunTime::IndexOutOfBounds);
+    EXPECT_EQ(failureOf([&] { list.setHeaderIcon(3, 39); }), RunTime::IndexOutOfBounds);
+    list.setHeaderText(2, QStringLiteral("c"));
+    EXPECT_EQ(list.headerIcon(2), 39);
+    list.setHeaderIcon(2, 0);
+    EXPECT_TRUE(shown(1).isNull());
+}
+
 TEST(ListView, SmallIconsComeFromTheImageList) {
     ImageList icons;
     QPixmap red(16, 16);
