@@ -47,7 +47,6 @@ int declaredLength(const tsql::DataType& type, int position, int fallback, int l
     }
     const int length = type.length.value_or(fallback);
     if (length < 1 || length > limit) {
-        static_cast<void>(position);
         throw SqlError([&] {
             ServerMessage message = serverMessage(2716, {std::to_string(position), type.name});
             message.number = 131;

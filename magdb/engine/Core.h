@@ -130,6 +130,10 @@ private:
     // Statements (Interpreter.cpp)
     Flow runList(const tsql::StatementList& statements);
     Flow runStatement(const tsql::Statement& statement);
+    /// True while SET NOEXEC or SET FMTONLY keeps the statement from running.
+    [[nodiscard]] bool isSkipped(const tsql::Statement& statement) const;
+    /// True for statements that begin a transaction under SET IMPLICIT_TRANSACTIONS ON.
+    [[nodiscard]] static bool opensTransaction(const tsql::Statement& statement);
     Flow dispatch(const tsql::Statement& statement);
     void dispatchDefinition(const tsql::Statement& statement);
     Flow runIf(const tsql::IfStatement& statement);
@@ -311,7 +315,6 @@ private:
     int m_unitDepth = 0;  ///< calls that are atomic around the running statement
     bool m_explicitInUnit = false;
     bool m_doomed = false;
-    bool m_unitWrites = false;
     std::string m_transactionName;
     std::uint64_t m_transactionEpoch = 0;  ///< counts ends of SQLite's transaction
     std::uint64_t m_unitCount = 0;

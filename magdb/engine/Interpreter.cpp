@@ -7,6 +7,17 @@
 
 namespace magdb {
 
+namespace {
+
+/// True for SELECT ... INTO, which stands in the first query of a UNION.
+bool makesTable(const tsql::QueryBody& body) {
+    return body.kind == tsql::QueryBodyKind::SetOperation
+               ? makesTable(*tsql::as<tsql::SetOperationBody>(body).left)
+               : tsql::as<tsql::SelectBody>(body).into.has_value();
+}
+
+}  // namespace
+
 Flow Core::runList(const tsql::StatementList& statements) {
     for (const tsql::StatementPtr& statement : statements) {
         const Flow flow = runStatement(*statement);
@@ -22,6 +33,12 @@ Flow Core::runStatement(const tsql::Statement& statement) {
     m_nowKnown = false;
     try {
         try {
+            if (isSkipped(statement)) {
+                return Flow::Next;
+            }
+            if (m_options.implicitTransactions && m_tranCount == 0 && opensTransaction(statement)) {
+                beginTransaction();
+            }
             const Flow flow = dispatch(statement);
             const bool keepsError = statement.kind == tsql::StatementKind::RaiseError ||
                                     statement.kind == tsql::StatementKind::Execute ||
@@ -51,6 +68,64 @@ Flow Core::runStatement(const tsql::Statement& statement) {
         m_rowCount = 0;
         send(error.message());
         return Flow::Next;
+    }
+}
+
+bool Core::isSkipped(const tsql::Statement& statement) const {
+    using Kind = tsql::StatementKind;
+    if (m_options.noExec) {
+        return statement.kind != Kind::SetOption;
+    }
+    if (!m_options.formatOnly) {
+        return false;
+    }
+    // Only what describes results runs, without its rows.
+    switch (statement.kind) {
+        case Kind::Select:
+            return makesTable(*tsql::as<tsql::SelectStatement>(statement).query->body);
+        case Kind::Insert:
+        case Kind::Update:
+        case Kind::Delete:
+        case Kind::Truncate:
+        case Kind::CreateTable:
+        case Kind::AlterTable:
+        case Kind::CreateIndex:
+        case Kind::DropIndex:
+        case Kind::DropObject:
+        case Kind::CreateView:
+        case Kind::CreateProcedure:
+        case Kind::CreateFunction:
+        case Kind::Transaction:
+            return true;
+        default:
+            return false;
+    }
+}
+
+bool Core::opensTransaction(const tsql::Statement& statement) {
+    using Kind = tsql::StatementKind;
+    switch (statement.kind) {
+        case Kind::Select: {
+            const tsql::QueryBody& body = *tsql::as<tsql::SelectStatement>(statement).query->body;
+            return body.kind != tsql::QueryBodyKind::Select || !tsql::as<tsql::SelectBody>(body).from.empty();
+        }
+        case Kind::Insert:
+        case Kind::Update:
+        case Kind::Delete:
+        case Kind::Truncate:
+        case Kind::OpenCursor:
+        case Kind::FetchCursor:
+        case Kind::CreateTable:
+        case Kind::AlterTable:
+        case Kind::CreateIndex:
+        case Kind::DropIndex:
+        case Kind::DropObject:
+        case Kind::CreateView:
+        case Kind::CreateProcedure:
+        case Kind::CreateFunction:
+            return true;
+        default:
+            return false;
     }
 }
 
@@ -211,6 +286,10 @@ Flow Core::runWhile(const tsql::WhileStatement& statement) {
         }
         if (flow == Flow::Return) {
             return flow;
+        }
+        // What would end the loop may be skipped, so once is enough for a description.
+        if (m_options.formatOnly) {
+            break;
         }
         checkCancelled();
     }

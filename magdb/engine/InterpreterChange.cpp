@@ -270,7 +270,7 @@ void Core::runDelete(const tsql::DeleteStatement& statement) {
     if (m_options.rowCount > 0 && static_cast<std::int64_t>(rows.size()) > m_options.rowCount) {
         rows.resize(static_cast<std::size_t>(m_options.rowCount));
     }
-    const bool needsOld = remove->output || writer.needsOldRows({}, true);
+    const bool needsOld = remove->output || writer.isReferenced();
     std::vector<Row> deleted;
     for (const Row& row : rows) {
         const std::int64_t id = std::get<std::int64_t>(row.front());

@@ -282,10 +282,6 @@ bool RowWriter::touchesKey(const std::vector<int>& columns) const {
     });
 }
 
-bool RowWriter::needsOldRows(const std::vector<int>& /*columns*/, bool /*removes*/) const {
-    return m_referenced;
-}
-
 void RowWriter::update(std::int64_t rowid, const Row& oldRow, const Row& newRow,
                        const std::vector<int>& columns) {
     checkRow(newRow, "UPDATE");

@@ -51,8 +51,8 @@ public:
     /// Checks the foreign keys after a whole statement, and follows cascades. Error 547.
     void finish(std::string_view statement);
 
-    /// True when old rows must be read before an UPDATE of these columns or a DELETE.
-    [[nodiscard]] bool needsOldRows(const std::vector<int>& columns, bool removes) const;
+    /// True when other tables refer to this one, so that a DELETE must know the rows that it takes.
+    [[nodiscard]] bool isReferenced() const { return m_referenced; }
     [[nodiscard]] bool touchesKey(const std::vector<int>& columns) const;
     /// Puts values into the computed columns of a row.
     void compute(Row& row);
@@ -88,8 +88,6 @@ private:
     std::vector<int> m_computedColumns;
     std::vector<int> m_stored;  ///< columns that SQLite holds
     SqliteStatement m_insert;
-    SqliteStatement m_insertWithId;
-    SqliteStatement m_read;
     bool m_prepared = false;
     std::unordered_map<std::string, SqliteStatement> m_statements;
     bool m_referenced = false;

@@ -206,10 +206,6 @@ void SqliteStatement::bind(int position, std::string_view value) {
     sqlite3_bind_text64(m_handle, position, value.data(), value.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
 }
 
-void SqliteStatement::bindNull(int position) {
-    sqlite3_bind_null(m_handle, position);
-}
-
 bool SqliteStatement::step() {
     const int code = sqlite3_step(m_handle);
     if (code == SQLITE_ROW) {
@@ -223,10 +219,6 @@ bool SqliteStatement::step() {
 
 void SqliteStatement::reset() noexcept {
     sqlite3_reset(m_handle);
-}
-
-bool SqliteStatement::isBusy() const {
-    return m_handle != nullptr && sqlite3_stmt_busy(m_handle) != 0;
 }
 
 Value SqliteStatement::value(int column, const SqlType& type) const {
@@ -287,14 +279,6 @@ void SqliteConnection::execute(const std::string& sql) {
 
 bool SqliteConnection::inTransaction() const {
     return sqlite3_get_autocommit(m_handle) == 0;
-}
-
-std::int64_t SqliteConnection::lastRowId() const {
-    return sqlite3_last_insert_rowid(m_handle);
-}
-
-std::int64_t SqliteConnection::changes() const {
-    return sqlite3_changes64(m_handle);
 }
 
 }  // namespace magdb

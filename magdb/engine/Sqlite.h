@@ -62,12 +62,10 @@ public:
     void bind(int position, const Value& value);
     void bind(int position, std::int64_t value);
     void bind(int position, std::string_view value);
-    void bindNull(int position);
     /// True while there is a row. Throws SqliteError.
     bool step();
     /// Ready to run again; bindings stay.
     void reset() noexcept;
-    [[nodiscard]] bool isBusy() const;
 
     [[nodiscard]] Value value(int column, const SqlType& type) const;
     [[nodiscard]] std::int64_t integer(int column) const;
@@ -102,8 +100,6 @@ public:
     void execute(const std::string& sql);
     [[nodiscard]] SqliteStatement prepare(std::string_view sql) { return {m_handle, sql}; }
     [[nodiscard]] bool inTransaction() const;
-    [[nodiscard]] std::int64_t lastRowId() const;
-    [[nodiscard]] std::int64_t changes() const;
 
 private:
     sqlite3* m_handle = nullptr;

@@ -64,7 +64,6 @@ void Core::beginUnit(bool writes) {
     }
     try {
         m_connection.execute(writes ? "BEGIN IMMEDIATE" : "BEGIN");
-        m_unitWrites = writes;
         refreshSchema();
     } catch (...) {
         m_turn.reset();

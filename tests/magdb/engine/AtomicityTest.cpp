@@ -177,4 +177,36 @@ TEST_F(Atomicity, ResetPutsTheSessionBackToItsLogin) {
     EXPECT_TRUE(run("INSERT t VALUES (1, 1)").counts.front().has_value());
 }
 
+TEST_F(Atomicity, ImplicitTransactionsWaitForTheirCommit) {
+    run("SET IMPLICIT_TRANSACTIONS ON");
+    run("INSERT t VALUES (1, 1)");
+    EXPECT_EQ(number(*session, "SELECT @@TRANCOUNT"), 1);
+    run("ROLLBACK");
+    EXPECT_EQ(number(*session, "SELECT @@TRANCOUNT"), 0);
+    EXPECT_EQ(count(), 0);
+    run("COMMIT SET IMPLICIT_TRANSACTIONS OFF");
+    run("INSERT t VALUES (1, 1)");
+    EXPECT_EQ(number(*session, "SELECT @@TRANCOUNT"), 0);
+}
+
+TEST_F(Atomicity, DescribingWithoutRunningChangesNothing) {
+    const Collector answer = run("SET FMTONLY ON INSERT t VALUES (1, 1) SELECT id FROM t SET FMTONLY OFF");
+    ASSERT_EQ(answer.results.size(), 1u);
+    EXPECT_EQ(answer.results.front().columns.front().name, "id");
+    EXPECT_TRUE(answer.results.front().rows.empty());
+    run("SET NOEXEC ON INSERT t VALUES (2, 2) SET NOEXEC OFF");
+    EXPECT_EQ(count(), 0);
+    run("SET FMTONLY ON SELECT 1 AS a INTO made UNION SELECT 2 SET FMTONLY OFF");
+    EXPECT_EQ(number(*session, "SELECT COUNT(*) FROM sys.tables WHERE name = 'made'"), 0);
+}
+
+TEST_F(Atomicity, DescribingALoopComesToAnEnd) {
+    run("INSERT t VALUES (1, 1)");
+    const Collector answer =
+        run("SET FMTONLY ON WHILE EXISTS (SELECT * FROM t) BEGIN SELECT id FROM t DELETE t END "
+            "SET FMTONLY OFF");
+    EXPECT_EQ(answer.results.size(), 1u);
+    EXPECT_EQ(count(), 1);
+}
+
 }  // namespace
