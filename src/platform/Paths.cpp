@@ -144,6 +144,28 @@ QString toFile(const QString& path) {
     return localFile(path);
 }
 
+QString fromFile(const QString& file) {
+    // What stands for the folder, and what is left of the file's name behind it.
+    QString root = QStringLiteral("/");
+    QString rest = file.mid(1);
+    qsizetype longest = 0;
+    const auto take = [&](const QString& folder, const QString& name) {
+        const QString inside = joined(folder, QString());
+        if (inside.size() > longest && file.startsWith(inside)) {
+            longest = inside.size();
+            root = name + u'\\';
+            rest = file.mid(longest);
+        }
+    };
+    take(driveC(), QStringLiteral("C:"));
+    const Mapping& known = currentMapping();
+    for (auto drive = known.Drives.cbegin(); drive != known.Drives.cend(); ++drive)
+        take(drive.value(), drive.key() + QStringLiteral(":"));
+    for (auto share = known.Shares.cbegin(); share != known.Shares.cend(); ++share)
+        take(share.value(), QStringLiteral("\\\\") + share.key());
+    return root + rest.replace(u'/', u'\\');
+}
+
 bool fileExists(const QString& path) {
     const QString file = toFile(path);
     return !file.isEmpty() && QFileInfo(file).isFile();

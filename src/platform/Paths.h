@@ -42,6 +42,11 @@ QString driveC();
 /// opening that fails.
 QString toFile(const QString& path);
 
+/// The system's path of a file of this machine, given by its absolute name: on the drive or share whose
+/// folder holds it, the deepest one of several. A file outside of them keeps its "/" in front and has "\"
+/// between its names, which toFile() takes back.
+QString fromFile(const QString& file);
+
 /// True if the path means an existing file (not a folder).
 bool fileExists(const QString& path);
 bool folderExists(const QString& path);

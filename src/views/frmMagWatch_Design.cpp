@@ -2,6 +2,7 @@
 
 #include "map/MapBackdrop.h"
 #include "map/MapCanvas.h"
+#include "platform/CommonDialog.h"
 #include "platform/FileIcon.h"
 #include "platform/KeyPreview.h"
 #include "platform/ListView.h"
@@ -184,6 +185,8 @@ void frmMagWatch::createLaterPanels() {
         addFrame(m_surface, "frmAutoRebulidCOnfig", QStringLiteral("Konfiguracja odświeżania magazynu"));
     place(m_frmAutoRebulidCOnfig, 4800, 1200, 5400, 2400);
     m_frmAutoRebulidCOnfig->hide();
+    // On the form by its design; nothing in this window opens it.
+    new CommonDialog(this);
     m_timer1 = new QTimer(this);
     m_timer1->setObjectName(QStringLiteral("Timer1"));
     m_timer1->setInterval(kTimerInterval);

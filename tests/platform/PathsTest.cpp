@@ -148,4 +148,25 @@ TEST_F(PathsTest, DeletingFailsWithTheNumberOfItsReason) {
     EXPECT_TRUE(QFileInfo(at("c/Regalon")).isDir());
 }
 
+TEST_F(PathsTest, AFileOfThisMachineHasItsPathOnItsDriveOrShare) {
+    EXPECT_EQ(Paths::fromFile(at("c/Regalon/Ikony/x.ico")), QStringLiteral("C:\\Regalon\\Ikony\\x.ico"));
+    EXPECT_EQ(Paths::fromFile(at("d/Dane.bmp")), QStringLiteral("D:\\Dane.bmp"));
+    EXPECT_EQ(Paths::fromFile(at("share/Opis.txt")), QStringLiteral("\\\\srv\\dane\\Opis.txt"));
+}
+
+TEST_F(PathsTest, OfFoldersInsideEachOtherTheDeepestNamesTheFile) {
+    Paths::Mapping mapping = Paths::mapping();
+    mapping.Drives.insert(u'K', at("c/Regalon/Ikony/"));
+    mapping.Drives.insert(u'L', at("c/Regalon/Ikony/x"));
+    Paths::setMapping(mapping);
+    EXPECT_EQ(Paths::fromFile(at("c/Regalon/Ikony/x.ico")), QStringLiteral("K:\\x.ico"));
+}
+
+TEST_F(PathsTest, AFileOutsideOfAllDrivesIsFoundAgainByItsPath) {
+    write(QStringLiteral("obok/x.bmp"));
+    const QString path = Paths::fromFile(at("obok/x.bmp"));
+    EXPECT_TRUE(path.endsWith(QStringLiteral("\\obok\\x.bmp"))) << qPrintable(path);
+    EXPECT_EQ(Paths::toFile(path), at("obok/x.bmp"));
+}
+
 }  // namespace

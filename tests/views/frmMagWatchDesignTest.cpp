@@ -1,3 +1,4 @@
+#include "platform/CommonDialog.h"
 #include "platform/Screen.h"
 #include "platform/Twips.h"
 #include "support/Events.h"
@@ -21,6 +22,13 @@ QStringList captions(const ToolBar* bar) {
     return texts;
 }
 
+QStringList keys(const ToolBar* bar) {
+    QStringList names;
+    for (int number = 1; number <= bar->buttonCount(); ++number)
+        names.append(bar->button(number)->objectName());
+    return names;
+}
+
 /// What the window is made of shows without a database, too; loading then ends in a recorded message.
 class FrmMagWatchDesign : public WatchWindow {
 protected:
@@ -36,7 +44,27 @@ TEST_F(FrmMagWatchDesign, HasItsToolbarsInOrder) {
     EXPECT_EQ(captions(toolBar("tlbWatchFullSurLocation")),
               QStringList({QStringLiteral("&Podglad wszytkich surowców na lokalizacji"),
                            QStringLiteral("&Zamknij podglad surowców na lokalizacji")}));
-    EXPECT_EQ(toolBar("tlbStatusRefresh")->button(1)->objectName(), QStringLiteral("key_Time"));
+    EXPECT_EQ(keys(toolBar("tlbCmd")),
+              QStringList({QStringLiteral("key_Exit"), QStringLiteral("keySeparator"),
+                           QStringLiteral("key_ReBulid"), QStringLiteral("key_AutoRebulid"),
+                           QStringLiteral("key_LokkFor")}));
+    EXPECT_EQ(keys(toolBar("tlbWatchFullSurLocation")),
+              QStringList({QStringLiteral("key_Akcept"), QStringLiteral("key_Cancel")}));
+    EXPECT_EQ(keys(toolBar("tlbStatusRefresh")), QStringList(QStringLiteral("key_Time")));
+}
+
+TEST_F(FrmMagWatchDesign, ItsUpperToolbarsLieInTheirCoolBar) {
+    open();
+    const auto* bar = control<CoolBar>("clbData");
+    for (const char* name : {"tlbCmd", "tlbStatusRefresh"})
+        EXPECT_TRUE(bar->isAncestorOf(toolBar(name))) << name;
+    EXPECT_TRUE(toolBar("tlbStatusRefresh")->isAncestorOf(label("Label9")));
+    EXPECT_EQ(label("Label9")->text(), QStringLiteral("[minuta]"));
+}
+
+TEST_F(FrmMagWatchDesign, CarriesAFileDialogThatNothingOpens) {
+    open();
+    EXPECT_NE(control<CommonDialog>("CommonDialog"), nullptr);
 }
 
 TEST_F(FrmMagWatchDesign, ShowsTheHallWithItsLettersAndDoors) {
@@ -66,6 +94,8 @@ TEST_F(FrmMagWatchDesign, ShowsTheHallWithItsLettersAndDoors) {
         EXPECT_EQ(label(name)->text(), text);
         EXPECT_EQ(label(name)->pos(), QPoint(toPixels(left), toPixels(top))) << name;
     }
+    for (const char* name : {"Label4", "Label5", "Label6", "Label7", "Label8"})
+        EXPECT_EQ(label(name)->size(), QSize(toPixels(375), toPixels(495))) << name;
     EXPECT_NE(control<QLabel>("Image1"), nullptr);
     EXPECT_NE(control<QLabel>("Image2"), nullptr);
 }
