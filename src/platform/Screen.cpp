@@ -60,12 +60,12 @@ void Screen::setMouseIcon(const QIcon& icon) {
         show();
 }
 
-BusyPointer::BusyPointer() : m_before(Screen::mousePointer()) {
+BusyPointer::BusyPointer() {
     Screen::setMousePointer(MousePointer::Custom);
 }
 
 BusyPointer::~BusyPointer() {
-    Screen::setMousePointer(m_before);
+    Screen::setMousePointer(MousePointer::Default);
 }
 
 }  // namespace regalon

@@ -15,16 +15,14 @@ void setMousePointer(MousePointer pointer);
 void setMouseIcon(const QIcon& icon);
 }  // namespace Screen
 
-/// Shows the custom (busy) pointer from construction to destruction, then the pointer that was there before.
+/// Shows the custom (busy) pointer from construction to destruction, then the default one, whatever was there
+/// before: the end of the inner of two busy routines is the end of both.
 class BusyPointer {
 public:
     BusyPointer();
     ~BusyPointer();
     BusyPointer(const BusyPointer&) = delete;
     BusyPointer& operator=(const BusyPointer&) = delete;
-
-private:
-    MousePointer m_before;
 };
 
 }  // namespace regalon

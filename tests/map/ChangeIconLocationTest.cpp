@@ -209,7 +209,7 @@ TEST_F(ChangeIcon, ADeadServerIsReportedByTheDataClassAndNothingChanges) {
     EXPECT_EQ(messages.last().Title, QStringLiteral("Error - clsMagWatch [GetIconLoactionName]"));
 }
 
-TEST_F(ChangeIcon, RebulidMagHasTheFillsRecomputedUnderTheBusyPointer) {
+TEST_F(ChangeIcon, RebulidMagHasTheFillsRecomputed) {
     warehouse.server.clearTrace();
     builder->RebulidMag(true);
     const auto calls = warehouse.calls(QStringLiteral("Kolv_mag_Refresh_Percent_Location"));
@@ -220,6 +220,50 @@ TEST_F(ChangeIcon, RebulidMagHasTheFillsRecomputedUnderTheBusyPointer) {
     EXPECT_EQ(pictures(), texts({"LA_P_00.ico", "LB_P_00.ico", "LC_P_00.ico"}));
     EXPECT_EQ(Screen::mousePointer(), MousePointer::Default);
     EXPECT_EQ(messages.count(), 0) << qPrintable(messages.last().Text);
+}
+
+TEST_F(ChangeIcon, RebulidMagHasTheFillsRecomputedBeforeItReadsThePlan) {
+    warehouse.server.clearTrace();
+    builder->RebulidMag(true);
+    QStringList steps;
+    for (const auto& entry : warehouse.server.entries()) {
+        for (const char* step : {"Kolv_mag_Refresh_Percent_Location", "from kolv_mag_Stand order",
+                                 "kolv_mag_SaveLocationIDTab", " select LocationName"}) {
+            if (entry.text.contains(QLatin1String(step)))
+                steps.append(QString::fromLatin1(step));
+        }
+    }
+    EXPECT_EQ(steps, texts({"Kolv_mag_Refresh_Percent_Location", "from kolv_mag_Stand order",
+                            "kolv_mag_SaveLocationIDTab", " select LocationName"}));
+}
+
+TEST_F(ChangeIcon, RebulidMagShowsTheBusyPointerToItsEndAndThenTheDefaultOne) {
+    ASSERT_TRUE(
+        warehouse.run({QStringLiteral("update kolv_mag_Stand set StandIcon = N'brak.ico' where "
+                                      "Stand = 1")}));
+    setIcon(2, 1, QStringLiteral("LC_P_nic.ico"));
+    QList<MousePointer> seen;
+    QStringList titles;
+    messages.onMessage([&](const MsgBoxRecorder::Message& message) {
+        titles.append(message.Title);
+        seen.append(Screen::mousePointer());
+    });
+    Screen::setMousePointer(MousePointer::Hourglass);
+    builder->RebulidMag(false);
+    EXPECT_EQ(titles, texts({"frmMagWatch - GenerateBookstand", "frmMagWatch - ChangeIconLocation"}));
+    EXPECT_EQ(seen, QList<MousePointer>({MousePointer::Custom, MousePointer::Custom}));
+    EXPECT_EQ(Screen::mousePointer(), MousePointer::Default);
+}
+
+TEST_F(ChangeIcon, RefreschWatchStoreLeavesThePointerAlone) {
+    ASSERT_TRUE(
+        warehouse.run({QStringLiteral("update kolv_mag_Stand set StandIcon = N'brak.ico' where "
+                                      "Stand = 1")}));
+    MousePointer during = MousePointer::Custom;
+    messages.onMessage([&](const MsgBoxRecorder::Message&) { during = Screen::mousePointer(); });
+    builder->RefreschWatchStore();
+    ASSERT_EQ(messages.count(), 1);
+    EXPECT_EQ(during, MousePointer::Default);
 }
 
 TEST_F(ChangeIcon, RebulidMagWithoutRefreshCallsNoRefresh) {
@@ -236,6 +280,7 @@ TEST_F(ChangeIcon, AFailingRefreshIsReportedAndTheRebuildGoesOn) {
     builder->RebulidMag(true);
     ASSERT_EQ(messages.count(), 1);
     EXPECT_EQ(messages.last().Title, QStringLiteral("Error - clsMagWatch [RefreshQuantityOnLocationIcon]"));
+    // The error service takes the busy pointer off its own messages.
     EXPECT_EQ(during, MousePointer::Default);
     EXPECT_EQ(pictures(), texts({"LA_P_10.ico", "LB_P_20.ico", "LC_P_30.ico"}));
     EXPECT_EQ(Screen::mousePointer(), MousePointer::Default);

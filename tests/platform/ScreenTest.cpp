@@ -34,14 +34,14 @@ TEST(Screen, TheCustomPointerIsTheMouseIcon) {
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
 }
 
-TEST(Screen, TheBusyPointerGivesWayToWhatWasThere) {
+TEST(Screen, TheBusyPointerGivesWayToTheDefaultWhateverWasThere) {
     Screen::setMousePointer(MousePointer::Hourglass);
     {
         const BusyPointer busy;
         EXPECT_EQ(Screen::mousePointer(), MousePointer::Custom);
     }
-    EXPECT_EQ(Screen::mousePointer(), MousePointer::Hourglass);
-    Screen::setMousePointer(MousePointer::Default);
+    EXPECT_EQ(Screen::mousePointer(), MousePointer::Default);
+    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
     try {
         const BusyPointer busy;
         throw 1;
