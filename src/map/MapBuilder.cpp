@@ -12,7 +12,6 @@
 #include "platform/Screen.h"
 
 #include <QHash>
-#include <QScopeGuard>
 
 #include <algorithm>
 #include <optional>
@@ -219,11 +218,9 @@ void MapBuilder::addStandImage(ControlArray<PictureItem>& stands, const Bookstan
     image.setLeft(stand.StandLeft);
     image.setVisible(true);
     // A stand whose icon fails stays without a Tag, and a click on it does nothing.
-    QString tag;
-    const auto setTag = qScopeGuard([&] { image.setTag(tag); });
     m_icons.show(image, stand.StandIcon.isEmpty() ? QStringLiteral("Reg.ico") : stand.StandIcon);
     if (saveNames)
-        tag = buildStandTag(stand.Rank, stand.Stand, stand.StandIcon);
+        image.setTag(buildStandTag(stand.Rank, stand.Stand, stand.StandIcon));
 }
 
 void MapBuilder::addLocation(ControlArray<PictureItem>& locations, const BookstandData& stand, int shelf,
@@ -232,14 +229,13 @@ void MapBuilder::addLocation(ControlArray<PictureItem>& locations, const Booksta
     const QString family = locationFamily(count, position);
     if (!family.isEmpty())
         m_family = family;
-    QString name;
     if (batches) {
         const LocationAddress address{stand.Rank, stand.Stand, static_cast<qint16>(shelf),
                                       static_cast<qint16>(position)};
-        name = buildLocationName(address, m_family, locations.Count());
+        const QString name = buildLocationName(address, m_family, locations.Count());
         batches->add(name);
+        icon.setTag(name);
     }
-    icon.setTag(name);
     if (const std::optional<qint32> top = shelfTop(m_measures, stand.StandTop, shelf))
         icon.setTop(*top);
     icon.setLeft(left);

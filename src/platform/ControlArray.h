@@ -12,6 +12,14 @@
 
 namespace regalon {
 
+/// A control that can be taken out of use and come back without being made anew.
+template <typename T>
+concept ReusableControl = requires(T& element, const T& design) {
+    element.copyDesign(design);
+    element.retire();
+    element.revive();
+};
+
 /// Controls under one name, by index from 0. Element 0 is the template: it exists from the start and is never
 /// unloaded. A loaded element takes over the design of the template through T::copyDesign where T has one.
 template <typename T>
@@ -72,16 +80,10 @@ public:
             m_elements.pop_back();
     }
 
-    /// While reuse is on, an unloaded element waits, hidden, for the next Load of its index, which gives it
-    /// the design like a new one; its tag alone stays until another is set. Turning reuse off destroys those
-    /// that wait. For a plan that is removed and drawn again at once: most of what an element costs is its
-    /// making.
-    void setReuse(bool reuse) requires requires(T& element, const T& design) {
-        element.copyDesign(design);
-        element.setTag(QString());
-        element.setVisible(false);
-    }
-    {
+    /// While reuse is on, an unloaded element waits, retired, for the next Load of its index, which revives
+    /// it and gives it the design like a new one. Turning reuse off destroys those that wait. For a plan that
+    /// is removed and drawn again at once: most of what an element costs is its making.
+    void setReuse(bool reuse) requires ReusableControl<T> {
         m_reuse = reuse;
         if (!reuse)
             m_waiting.clear();
@@ -104,10 +106,10 @@ private:
     static std::size_t place(int index) { return static_cast<std::size_t>(index); }
 
     void keepWaiting(int index) {
-        if constexpr (requires(T & made, const T& design) { made.copyDesign(design); }) {
+        if constexpr (ReusableControl<T>) {
             if (m_waiting.size() < m_elements.size())
                 m_waiting.resize(m_elements.size());
-            m_elements[place(index)]->setVisible(false);
+            m_elements[place(index)]->retire();
             m_waiting[place(index)] = std::move(m_elements[place(index)]);
         }
     }
@@ -115,6 +117,8 @@ private:
     std::unique_ptr<T> takeWaiting(int index) {
         if (place(index) >= m_waiting.size() || !m_waiting[place(index)])
             return nullptr;
+        if constexpr (ReusableControl<T>)
+            m_waiting[place(index)]->revive();
         return std::move(m_waiting[place(index)]);
     }
 

@@ -54,10 +54,31 @@ constexpr qreal LineMargin = 2;
 
 }  // namespace
 
-PictureItem::PictureItem(const QString& arrayName, int index) : m_index(index) {
-    setData(PlanData::ArrayName, arrayName);
-    setData(PlanData::Index, index);
-    setData(PlanData::Tag, QString());
+PlanItem::PlanItem(const QString& arrayName, int index) : m_arrayName(arrayName), m_index(index) {
+    revive();
+}
+
+void PlanItem::setTag(const QString& tag) {
+    if (tag == m_tag)
+        return;
+    m_tag = tag;
+    setData(PlanData::Tag, tag);
+}
+
+void PlanItem::retire() {
+    setVisible(false);
+    m_tag.clear();
+    for (const int key : {PlanData::ArrayName, PlanData::Index, PlanData::Tag})
+        setData(key, {});
+}
+
+void PlanItem::revive() {
+    setData(PlanData::ArrayName, m_arrayName);
+    setData(PlanData::Index, m_index);
+    setData(PlanData::Tag, m_tag);
+}
+
+PictureItem::PictureItem(const QString& arrayName, int index) : PlanItem(arrayName, index) {
     setAcceptedMouseButtons(Qt::LeftButton);
 }
 
@@ -104,13 +125,6 @@ void PictureItem::setStretch(bool stretch) {
     m_stretch = stretch;
     fitToPicture();
     update();
-}
-
-void PictureItem::setTag(const QString& tag) {
-    if (tag == m_tag)
-        return;
-    m_tag = tag;
-    setData(PlanData::Tag, tag);
 }
 
 void PictureItem::fitToPicture() {
@@ -168,10 +182,7 @@ void PictureItem::mouseReleaseEvent(QGraphicsSceneMouseEvent* event) {
     click(*this);
 }
 
-LineItem::LineItem(const QString& arrayName, int index) : m_index(index) {
-    setData(PlanData::ArrayName, arrayName);
-    setData(PlanData::Index, index);
-    setData(PlanData::Tag, QString());
+LineItem::LineItem(const QString& arrayName, int index) : PlanItem(arrayName, index) {
     setAcceptedMouseButtons(Qt::NoButton);
 }
 
@@ -194,11 +205,6 @@ void LineItem::setEnds(int x1, int y1, int x2, int y2) {
     m_y1 = y1;
     m_x2 = x2;
     m_y2 = y2;
-}
-
-void LineItem::setTag(const QString& tag) {
-    m_tag = tag;
-    setData(PlanData::Tag, tag);
 }
 
 void LineItem::setBorderColor(const QColor& color) {

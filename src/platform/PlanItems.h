@@ -18,9 +18,33 @@ inline constexpr int Index = 1;
 inline constexpr int Tag = 2;
 }  // namespace PlanData
 
+/// What pictures and lines of a scene have alike: their place in an array and their Tag, which are told to
+/// outside drivers as well.
+class PlanItem : public QGraphicsItem {
+public:
+    int index() const { return m_index; }
+
+    QString tag() const { return m_tag; }
+    void setTag(const QString& tag);
+
+    /// Takes the element off the plan without destroying it: hidden, without a tag, and outside drivers find
+    /// it under no name any more.
+    void retire();
+    /// Puts a retired element back under its name and index; it stays hidden and without a tag.
+    void revive();
+
+protected:
+    PlanItem(const QString& arrayName, int index);
+
+private:
+    QString m_arrayName;
+    QString m_tag;
+    int m_index;
+};
+
 /// An image control on a scene whose unit is one logical pixel; its own properties are in twips. Without
 /// Stretch the size follows the picture. A new item is visible.
-class PictureItem : public QGraphicsItem {
+class PictureItem : public PlanItem {
 public:
     enum { Type = UserType + 1 };
     using ClickHandler = std::function<void(PictureItem& item)>;
@@ -28,7 +52,6 @@ public:
     explicit PictureItem(const QString& arrayName = QString(), int index = 0);
 
     int type() const override { return Type; }
-    int index() const { return m_index; }
 
     int left() const { return m_left; }
     void setLeft(int twips);
@@ -52,9 +75,6 @@ public:
     bool stretch() const { return m_stretch; }
     void setStretch(bool stretch);
 
-    QString tag() const { return m_tag; }
-    void setTag(const QString& tag);
-
     /// Called when the left button is released over the item on which it was pressed.
     void setClickHandler(const ClickHandler& handler) { m_click = handler; }
 
@@ -74,9 +94,7 @@ private:
 
     Picture m_picture;
     QString m_picturePath;
-    QString m_tag;
     ClickHandler m_click;
-    int m_index;
     int m_left = 0;
     int m_top = 0;
     int m_width = 0;
@@ -86,14 +104,13 @@ private:
 
 /// A line control; ends in twips. Default look: black, one pixel at every zoom. A new item is visible. It
 /// takes no mouse buttons.
-class LineItem : public QGraphicsItem {
+class LineItem : public PlanItem {
 public:
     enum { Type = UserType + 2 };
 
     explicit LineItem(const QString& arrayName = QString(), int index = 0);
 
     int type() const override { return Type; }
-    int index() const { return m_index; }
 
     int x1() const { return m_x1; }
     void setX1(int twips);
@@ -104,9 +121,6 @@ public:
     int y2() const { return m_y2; }
     void setY2(int twips);
     void setEnds(int x1, int y1, int x2, int y2);
-
-    QString tag() const { return m_tag; }
-    void setTag(const QString& tag);
 
     QColor borderColor() const { return m_color; }
     void setBorderColor(const QColor& color);
@@ -120,9 +134,7 @@ public:
     void paint(QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget* widget) override;
 
 private:
-    QString m_tag;
     QColor m_color = Qt::black;
-    int m_index;
     int m_x1 = 0;
     int m_y1 = 0;
     int m_x2 = 0;

@@ -220,6 +220,7 @@ TEST_F(MapBuild, AnOddCountTakesTheFamilyOfTheIconBeforeAcrossStands) {
     EXPECT_EQ(location(1).picturePath(), QString());
     EXPECT_EQ(location(7).tag(), QStringLiteral("1_3_1_1_LB_8"));
     EXPECT_EQ(location(7).picturePath(), QString());
+    EXPECT_EQ(messages.count(), 0) << qPrintable(messages.last().Text);
 }
 
 TEST_F(MapBuild, TheFamilyOfAnOddCountStartsEmptyInEachBuild) {
@@ -230,6 +231,7 @@ TEST_F(MapBuild, TheFamilyOfAnOddCountStartsEmptyInEachBuild) {
         EXPECT_TRUE(builder->WathStore(true));
         EXPECT_EQ(location(1).tag(), QStringLiteral("1_1_1_1__2"));
     }
+    EXPECT_EQ(messages.count(), 0) << qPrintable(messages.last().Text);
 }
 
 TEST_F(MapBuild, WithoutNamesNothingIsTaggedAndNothingSaved) {
@@ -263,6 +265,26 @@ TEST_F(MapBuild, ARebuildLeavesNothingOfAStandThatIsGone) {
     EXPECT_EQ(canvas.imgBookStand().Count(), 2);
     EXPECT_EQ(canvas.imglocation().Count(), 3);
     EXPECT_EQ(canvas.scene()->items().size(), 12 + 1 + 2 + 4);
+}
+
+TEST_F(MapBuild, WhileARebuildRunsNoRemovedElementIsFoundUnderAName) {
+    ASSERT_TRUE(warehouse.addStand(1, 1, 1, QStringLiteral("2")));
+    ASSERT_TRUE(warehouse.addStand(1, 2, 1, QStringLiteral("3"), 5000));
+    builder->RefreschWatchStore();
+    ASSERT_TRUE(warehouse.run({QStringLiteral("update kolv_mag_Stand set StandIcon = N'brak.ico'")}));
+    QStringList found;
+    messages.onMessage([&](const MsgBoxRecorder::Message&) {
+        for (const QGraphicsItem* item : canvas.scene()->items()) {
+            if (const QVariant index = item->data(PlanData::Index); index.toInt() > 0)
+                found.append(item->data(PlanData::ArrayName).toString() + index.toString());
+        }
+    });
+    builder->RefreschWatchStore();
+    // At the message of stand 1, and at that of stand 2, when stand 1 is on the new plan.
+    ASSERT_EQ(messages.count(), 2);
+    found.sort();
+    EXPECT_EQ(found, QStringList({QStringLiteral("imgBookStand1"), QStringLiteral("imgBookStand1"),
+                                  QStringLiteral("imgBookStand2")}));
 }
 
 TEST_F(MapBuild, AStandWhoseIconIsLostBeforeARebuildShowsNothingOfTheLastBuild) {
@@ -299,7 +321,8 @@ TEST_F(MapBuild, SavesAllNamesInOneCall) {
     ASSERT_TRUE(builder->WathStore(true));
     const auto calls = warehouse.calls(QStringLiteral("kolv_mag_SaveLocationIDTab"));
     ASSERT_EQ(calls.size(), 1);
-    EXPECT_TRUE(calls.first().contains(QStringLiteral("2_5_1_1_LA_2,2_5_1_2_LA_3,2_5_1_3_LA_4")));
+    EXPECT_EQ(calls.first().mid(0, 3),
+              QStringList({QStringLiteral("2_5_1_1_LA_2,2_5_1_2_LA_3,2_5_1_3_LA_4"), QString(), QString()}));
     EXPECT_EQ(warehouse.value(QStringLiteral(
                   "select LocationName from kolv_mag_Location where Rank = 2 and Location = 3")),
               QStringLiteral("2_5_1_3_LA_4"));
@@ -323,15 +346,29 @@ TEST_F(MapBuild, ARefusedSaveShowsTheProceduresMessageAndKeepsThePlan) {
               QStringLiteral("NULL"));
 }
 
-/// 84 stands of three locations each: one name more than the first batch takes.
-class MapBuildOfLongNames : public MapBuild {
+TEST_F(MapBuild, ASaveProcedureThatIsGoneIsReportedAndThenShownWithoutAReason) {
+    ASSERT_TRUE(warehouse.addStand(1, 1, 1, QStringLiteral("2")));
+    ASSERT_TRUE(warehouse.run({QStringLiteral("drop procedure kolv_mag_SaveLocationIDTab")}));
+    EXPECT_TRUE(builder->WathStore(true));
+    ASSERT_EQ(messages.count(), 2);
+    EXPECT_EQ(messages.messages().at(0).Title, QStringLiteral("Error - clsMagWatch [SaveLocalizationIDTab]"));
+    // The call answers false like a refusal, and no procedure was there to give a reason.
+    EXPECT_EQ(messages.messages().at(1).Title, QStringLiteral("Komunikat"));
+    EXPECT_EQ(messages.messages().at(1).Flags, MsgFlag::Information);
+    EXPECT_EQ(messages.messages().at(1).Text, QString());
+    EXPECT_EQ(canvas.imglocation().Count(), 3);
+}
+
+/// Warehouses whose names fill more than one batch.
+class MapBuildOfManyNames : public MapBuild {
 protected:
-    void addStands(int rank, int firstStand, int count) {
+    /// Adds stands of one shelf each.
+    void addStands(int rank, int firstStand, int count, int locationsPerStand = 3) {
         QStringList stands;
         QStringList locations;
         for (int number = firstStand; number < firstStand + count; ++number) {
             stands.append(QStringLiteral("(%1,%2,1,3000,4000)").arg(rank).arg(number));
-            for (int place = 1; place <= 3; ++place)
+            for (int place = 1; place <= locationsPerStand; ++place)
                 locations.append(QStringLiteral("(%1,%2,1,%3)").arg(rank).arg(number).arg(place));
         }
         ASSERT_TRUE(warehouse.run(
@@ -341,9 +378,51 @@ protected:
                  locations.join(QLatin1Char(','))}))
             << qPrintable(warehouse.why());
     }
+
+    /// Adds 252 locations in stands of row 1 so that the names of the first 251 join to 3999 characters, and
+    /// to 4000 if the last of them stands in a stand of three digits: 251 names have 250 commas between them,
+    /// 647 digits in their indexes 2 to 252, and 9 characters and the digits of row and stand each.
+    void addStandsAtTheLimit(bool lastIsLonger) {
+        addStands(1, 10, 53);
+        addStands(1, 70, lastIsLonger ? 1 : 2, 1);
+        addStands(1, 100, 30);
+        addStands(1, 200, lastIsLonger ? 2 : 1, 1);
+    }
+    /// The text of the locations of the plan from one index to another, as a batch joins them.
+    QString tags(int first, int last) {
+        QStringList names;
+        for (int index = first; index <= last; ++index)
+            names.append(location(index).tag());
+        return names.join(QLatin1Char(','));
+    }
+    /// The three batches of the one call that saved the names.
+    QStringList savedBatches() const {
+        const auto calls = warehouse.calls(QStringLiteral("kolv_mag_SaveLocationIDTab"));
+        EXPECT_EQ(calls.size(), 1);
+        return calls.value(0).mid(0, 3);
+    }
 };
 
-TEST_F(MapBuildOfLongNames, TooLongABatchShowsTheLimitAndSavesNothing) {
+TEST_F(MapBuildOfManyNames, ABatchOf3999CharactersIsSaved) {
+    addStandsAtTheLimit(false);
+    EXPECT_TRUE(builder->WathStore(true));
+    EXPECT_EQ(messages.count(), 0) << qPrintable(messages.last().Text);
+    ASSERT_EQ(tags(1, 251).size(), 3999);
+    EXPECT_EQ(savedBatches(), QStringList({tags(1, 251), QStringLiteral("1_200_1_1_LC_253"), QString()}));
+    EXPECT_EQ(warehouse.value(QStringLiteral("select count(LocationName) from kolv_mag_Location")),
+              QStringLiteral("252"));
+}
+
+TEST_F(MapBuildOfManyNames, ABatchOf4000CharactersIsNotSaved) {
+    addStandsAtTheLimit(true);
+    EXPECT_TRUE(builder->WathStore(true));
+    ASSERT_EQ(tags(1, 251).size(), 4000);
+    ASSERT_EQ(messages.count(), 1);
+    EXPECT_EQ(messages.last().Text, kTooMany);
+    EXPECT_TRUE(warehouse.calls(QStringLiteral("kolv_mag_SaveLocationIDTab")).isEmpty());
+}
+
+TEST_F(MapBuildOfManyNames, TooLongABatchShowsTheLimitAndSavesNothing) {
     // 10_1001_1_1_LA_2 and longer: 251 of them pass 4000 characters, though only 252 locations exist.
     addStands(10, 1001, 84);
     EXPECT_TRUE(builder->WathStore(true));
@@ -357,18 +436,20 @@ TEST_F(MapBuildOfLongNames, TooLongABatchShowsTheLimitAndSavesNothing) {
               QStringLiteral("0"));
 }
 
-TEST_F(MapBuildOfLongNames, NamesGoOnIntoTheSecondBatch) {
+TEST_F(MapBuildOfManyNames, NamesGoOnIntoTheSecondBatch) {
     addStands(1, 1, 84);
     EXPECT_TRUE(builder->WathStore(true));
     EXPECT_EQ(messages.count(), 0) << qPrintable(messages.last().Text);
-    const auto calls = warehouse.calls(QStringLiteral("kolv_mag_SaveLocationIDTab"));
-    ASSERT_EQ(calls.size(), 1);
-    EXPECT_TRUE(calls.first().contains(QStringLiteral("1_84_1_3_LA_253")));
+    QStringList first;
+    for (int name = 0; name < 251; ++name)
+        first.append(QStringLiteral("1_%1_1_%2_LA_%3").arg(name / 3 + 1).arg(name % 3 + 1).arg(name + 2));
+    EXPECT_EQ(savedBatches(),
+              QStringList({first.join(QLatin1Char(',')), QStringLiteral("1_84_1_3_LA_253"), QString()}));
     EXPECT_EQ(warehouse.value(QStringLiteral("select count(LocationName) from kolv_mag_Location")),
               QStringLiteral("252"));
 }
 
-TEST_F(MapBuild, ShortNamesPass750Locations) {
+TEST_F(MapBuildOfManyNames, ShortNamesPass750LocationsAndTheThirdBatchTakesAllTheRest) {
     ASSERT_TRUE(warehouse.run(
         {QStringLiteral(
              "insert into kolv_mag_Stand (Rank,Stand,ShelfCount,StandLeft,StandTop) select R.Number,S.Number,"
@@ -382,6 +463,8 @@ TEST_F(MapBuild, ShortNamesPass750Locations) {
     EXPECT_TRUE(builder->WathStore(true));
     EXPECT_EQ(canvas.imglocation().Count(), 1 + 768);
     EXPECT_EQ(messages.count(), 0) << qPrintable(messages.last().Text);
+    EXPECT_EQ(savedBatches(), QStringList({tags(1, 251), tags(252, 502), tags(503, 768)}));
+    EXPECT_EQ(location(503).tag(), QStringLiteral("6_2_4_2_LA_504"));
     EXPECT_EQ(warehouse.value(QStringLiteral("select count(LocationName) from kolv_mag_Location")),
               QStringLiteral("768"));
 }
@@ -456,8 +539,21 @@ TEST_F(MapBuild, AnOddPositionOfAStandOverflowsIntoItsOwnMessage) {
     ASSERT_TRUE(warehouse.addStand(1, 2, 0, QString()));
     EXPECT_TRUE(builder->WathStore(true));
     ASSERT_EQ(messages.count(), 1);
+    EXPECT_EQ(messages.last().Title, QStringLiteral("frmMagWatch - GenerateBookstand"));
     EXPECT_EQ(messages.last().Text, windowMessage(6));
     EXPECT_EQ(canvas.imgBookStand().Count(), 3);
+}
+
+TEST_F(MapBuild, AFrameThatOverflowsIsReportedUnderTheEditorsNameAndTheStandCounts) {
+    // The image fits the lowest place there is; the bottom line of its frame would lie below it.
+    ASSERT_TRUE(warehouse.addStand(1, 1, 0, QString(), 3000, 2147483647));
+    EXPECT_TRUE(builder->WathStore(true));
+    ASSERT_EQ(messages.count(), 1);
+    EXPECT_EQ(messages.last().Title, QStringLiteral("frmMagCreate - GenerateBookstandLineAround"));
+    EXPECT_EQ(messages.last().Flags, 4112);
+    EXPECT_EQ(messages.last().Text, windowMessage(6));
+    EXPECT_EQ(stand(1).tag(), QStringLiteral("R_1_1_"));
+    EXPECT_EQ(canvas.lnnFrameBookStand().Count(), 1);
 }
 
 TEST_F(MapBuild, ADeadServerIsReportedByWathStoreAndTheIconsAreSkipped) {

@@ -108,6 +108,24 @@ TEST(ControlArray, AReusedElementHasTheDesignOfANewOne) {
     EXPECT_EQ(array.Count(), 2);
 }
 
+TEST(ControlArray, AWaitingElementIsFoundUnderNoNameUntilItIsReused) {
+    QGraphicsScene scene;
+    Pictures array(QStringLiteral("imglocation"));
+    scene.addItem(&array[0]);
+    array.setReuse(true);
+    const PictureItem* first = &array.Load(1);
+    array[1].setTag(QStringLiteral("1_1_1_1_LC_2"));
+    array.Unload(1);
+    for (const int key : {PlanData::ArrayName, PlanData::Index, PlanData::Tag})
+        EXPECT_FALSE(first->data(key).isValid()) << key;
+    const PictureItem& again = array.Load(1);
+    ASSERT_EQ(&again, first);
+    EXPECT_EQ(again.data(PlanData::ArrayName), QStringLiteral("imglocation"));
+    EXPECT_EQ(again.data(PlanData::Index), 1);
+    EXPECT_EQ(again.data(PlanData::Tag), QString());
+    EXPECT_EQ(again.tag(), QString());
+}
+
 TEST(ControlArray, WhatNobodyReusedGoesWithTheReuse) {
     QGraphicsScene scene;
     Pictures array(QStringLiteral("imglocation"));
