@@ -1,3 +1,4 @@
+#include "platform/RunTimeError.h"
 #include "support/Events.h"
 #include "views/WatchWindow.h"
 
@@ -164,6 +165,29 @@ TEST_F(LocationList, AFailingProcedureIsReportedAndTheListOpensEmpty) {
     EXPECT_EQ(messages.messages().at(1).Title, QStringLiteral("Error - modListBox [FilleListView]"));
     EXPECT_TRUE(frame("frmWathLocationShiftItem")->isVisible());
     EXPECT_EQ(list()->itemCount(), 0);
+}
+
+TEST_F(LocationList, AnAnswerWithoutAColumnBeforeTheLastIsReportedUnderTheShiftWindowsName) {
+    // The list has "Lp" and one column at the most: no row has a text that could mark it.
+    for (const char* columns : {"N'x' as [Kod:1700;0], 1 as xxx_Key", "1 as xxx_Key"}) {
+        messages.clear();
+        ASSERT_TRUE(warehouse.run(
+            {QStringLiteral("drop procedure kolv_mag_Watch_Detal_Item_On_Location"),
+             QStringLiteral("create procedure kolv_mag_Watch_Detal_Item_On_Location @Rank smallint, @Stand "
+                            "smallint, @Shelf smallint, @Location smallint, @UserSign smallint, @Aplication "
+                            "nvarchar(1), @Phase smallint as begin set nocount on; select %1; return 0; end")
+                 .arg(QString::fromLatin1(columns))}))
+            << qPrintable(warehouse.why());
+        openList();
+        ASSERT_EQ(messages.count(), 1) << columns;
+        EXPECT_EQ(messages.last().Title, QStringLiteral("frmMagWatchShiftLoc - FiilItemOnLocation"));
+        EXPECT_EQ(messages.last().Flags, 4112);
+        EXPECT_EQ(messages.last().Text, test::windowMessage(RunTime::InvalidPropertyValue));
+        EXPECT_EQ(list()->itemCount(), 1);
+        EXPECT_TRUE(frame("frmWathLocationShiftItem")->isVisible());
+        ASSERT_TRUE(press("key_Cancel"));
+        list()->clearHeaders();
+    }
 }
 
 class DemoLocationList : public WatchWindow {};

@@ -111,10 +111,19 @@ TEST_F(FrmMagWatch, SeveralMaterialsWithoutAGroupReadAsAGroupWithoutAName) {
 }
 
 TEST_F(FrmMagWatch, AClickOnAStandOpensItsDetail) {
+    // From a location that shows its group: nothing of it may stay.
+    ASSERT_TRUE(warehouse.run(
+        {QStringLiteral("delete from kolv_mag_Location_Item where Rank = 1 and Stand = 2 and Shelf = 1"),
+         QStringLiteral("insert into kolv_mag_Location_Item (Rank,Stand,Shelf,Location,GroupSur) values "
+                        "(1,2,1,1,1)")}))
+        << qPrintable(warehouse.why());
     open();
     window->setTopStand(300);
     window->setLeftStand(450);
     clickLocation(QStringLiteral("1_2_1_1"));
+    ASSERT_TRUE(toolBar("tlbWatchFullSurLocation")->isVisible());
+    ASSERT_NE(label("lblObjectParam")->text(), QString());
+    ASSERT_NE(label("lblObjectParam2")->text(), QString());
     warehouse.server.clearTrace();
     clickStand(QStringLiteral("1_2"));
     EXPECT_EQ(label("lblObjectClick")->text(), QStringLiteral("Rząd: A Regał: 2"));
