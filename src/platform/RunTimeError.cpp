@@ -80,6 +80,11 @@ RunTimeError::RunTimeError(const ErrorRecord& record) : m_record(record) {
     m_what = m_record.Description.toUtf8();
 }
 
+void raiseNotAvailable(const QString& what) {
+    throw RunTimeError(RunTime::CannotCreateObject,
+                       what + QStringLiteral(" - funkcja niedostępna w tej wersji programu. "));
+}
+
 ErrorRecord currentError() {
     const std::exception_ptr current = std::current_exception();
     if (!current)

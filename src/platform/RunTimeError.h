@@ -73,6 +73,9 @@ private:
     QByteArray m_what;
 };
 
+/// Raises 429 for a part of the program that this version does not have; `what` is its name on the screen.
+[[noreturn]] void raiseNotAvailable(const QString& what);
+
 /// The failure being handled; to be called inside a catch block only. Exceptions of the standard library are
 /// given the number nearest to their meaning (bad_alloc 7, out_of_range 9, anything unknown 51).
 /// Outside a catch block the number is 0.

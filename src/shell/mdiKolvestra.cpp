@@ -128,6 +128,7 @@ void mdiKolvestra::addProgramMenu() {
 void mdiKolvestra::addMaterialMenu(ChildWindows& children) {
     const auto add = [this](const QString& name, const QString& caption, Child& child, ChildWindow& window) {
         child.window = std::move(window);
+        child.caption = QString(caption).remove(u'&');
         const QString reportName = QStringLiteral("frmKolvestra - ") + name + QStringLiteral("_Click");
         connect(addItem(mnuMaterial, name, caption), &QAction::triggered, this,
                 [this, reportName, &child] { WindowTrap(reportName, [&] { openChild(child); }); });

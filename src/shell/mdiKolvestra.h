@@ -52,6 +52,7 @@ private:
     /// A child window of the menu and what exists of it.
     struct Child {
         ChildWindow window;
+        QString caption;  ///< of its menu item, without the mark of the access key
         QPointer<QMdiSubWindow> frame;
         QWidget* content = nullptr;
     };

@@ -32,8 +32,7 @@ void mdiKolvestra::openChild(Child& child) {
 QMdiSubWindow* mdiKolvestra::frameOf(Child& child) {
     if (!child.frame) {
         if (!child.window.create) {
-            throw RunTimeError(RunTime::CannotCreateObject,
-                               QStringLiteral("Okno nie jest dostępne w tej wersji programu. "));
+            raiseNotAvailable(child.caption);
         }
         child.content = child.window.create();
         child.frame = m_area->addSubWindow(child.content);

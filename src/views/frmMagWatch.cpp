@@ -33,11 +33,6 @@ constexpr int kKeyW = 87;
 constexpr qint32 kDetailBelow = 1300 + 150;
 constexpr qint32 kDetailRight = 50;
 
-[[noreturn]] void raiseNotAvailable(const QString& what) {
-    throw RunTimeError(RunTime::CannotCreateObject,
-                       what + QStringLiteral(" - funkcja niedostępna w tej wersji programu. "));
-}
-
 }  // namespace
 
 frmMagWatch::~frmMagWatch() = default;
