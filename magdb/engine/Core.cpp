@@ -142,9 +142,7 @@ bool Core::runTopBatch(const std::string& text) {
         frame.scopeIdentity = m_idle.scopeIdentity;
         m_frame = &frame;
         compiled.running = true;
-        if (!compiled.tables.empty() && !compiled.tablesMade) {
-            makeTableVariables(compiled);
-        }
+        beginTableVariables(compiled);
         if (compiled.plans.empty()) {
             bindAhead(compiled.body);
         }
@@ -180,12 +178,7 @@ void Core::endTopBatch(Frame& frame) noexcept {
     }
     frame.module->running = false;
     try {
-        for (const std::shared_ptr<const Table>& table : frame.module->tables) {
-            if (frame.module->tablesMade) {
-                m_connection.execute("DELETE FROM " + table->physical);
-                m_localIdentity.erase(table->physical);
-            }
-        }
+        emptyTableVariables(*frame.module);
     } catch (...) {
         frame.module->tablesMade = false;
     }

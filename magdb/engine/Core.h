@@ -275,6 +275,9 @@ private:
     [[nodiscard]] SavedTables saveTableVariables();
     void restoreTableVariables(const SavedTables& saved);
     void makeTableVariables(Compiled& module);
+    /// Empty tables for a run of the module that begins.
+    void beginTableVariables(Compiled& module);
+    void emptyTableVariables(const Compiled& module);
 
     EngineState& m_engine;
     std::int16_t m_spid;

@@ -96,9 +96,7 @@ Flow Core::runFrame(Frame& frame, const std::function<void()>& before) {
         m_database = database;
     };
     try {
-        if (!frame.module->tables.empty() && !frame.module->tablesMade) {
-            makeTableVariables(*frame.module);
-        }
+        beginTableVariables(*frame.module);
         const Flow flow = runList(frame.module->body);
         if (before) {
             before();
@@ -115,12 +113,7 @@ void Core::leaveFrame(Frame& frame) noexcept {
     frame.module->running = false;
     m_frame = frame.caller;
     try {
-        for (const std::shared_ptr<const Table>& table : frame.module->tables) {
-            if (frame.module->tablesMade) {
-                m_connection.execute("DELETE FROM " + table->physical);
-                m_localIdentity.erase(table->physical);
-            }
-        }
+        emptyTableVariables(*frame.module);
         while (m_temporaries.size() > frame.temporaryMark) {
             dropTemporary(m_temporaries.size() - 1);
         }
@@ -312,8 +305,8 @@ int Core::callProcedure(const tsql::ObjectName& name, std::vector<Argument>& arg
     if (!module) {
         raise(2812, {dotted(name)});
     }
-    // The outermost call is whole or nothing.
-    if (m_frame->depth > 0 || m_unitDepth > 0) {
+    // The outermost call is whole or nothing, also one that stands in a text that a client or a batch runs.
+    if (m_unitDepth > 0) {
         return callModule(*module, arguments);
     }
     m_raisedInCall = false;

@@ -170,6 +170,24 @@ void Core::makeTableVariables(Compiled& module) {
     module.tablesMade = true;
 }
 
+void Core::beginTableVariables(Compiled& module) {
+    if (!module.tables.empty() && !module.tablesMade) {
+        makeTableVariables(module);
+        // A run around something that was undone has left its rows.
+        emptyTableVariables(module);
+    }
+}
+
+void Core::emptyTableVariables(const Compiled& module) {
+    if (!module.tablesMade) {
+        return;
+    }
+    for (const std::shared_ptr<const Table>& table : module.tables) {
+        m_connection.execute("DELETE FROM " + table->physical);
+        m_localIdentity.erase(table->physical);
+    }
+}
+
 void Core::restoreTableVariables(const SavedTables& saved) {
     for (Frame* frame = m_frame; frame != nullptr; frame = frame->caller) {
         if (frame->module != nullptr && !frame->module->tables.empty()) {

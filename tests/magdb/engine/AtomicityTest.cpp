@@ -57,6 +57,117 @@ TEST_F(Atomicity, AReportedErrorUndoesTheCallButRunsToItsEnd) {
     EXPECT_EQ(count(), 0);
 }
 
+/// Text that runs a text, as drivers send their statements.
+CallParameter textParameter(std::string value) {
+    CallParameter parameter;
+    parameter.type = textType(TypeId::NVarChar, -1);
+    parameter.value = std::move(value);
+    return parameter;
+}
+
+CallParameter handleParameter(Value value, bool output) {
+    CallParameter parameter;
+    parameter.type = plainType(TypeId::Int);
+    parameter.value = std::move(value);
+    parameter.output = output;
+    return parameter;
+}
+
+/// A procedure that reports an error outside TRY and runs on, called in every way that there is.
+class ReportedError : public Atomicity {
+protected:
+    ReportedError() {
+        run("CREATE PROCEDURE p AS BEGIN INSERT t VALUES (1, 1) RAISERROR('bad', 16, 1) INSERT t VALUES (2, "
+            "2) "
+            "END");
+    }
+    void expectUndone(const Collector& answer) {
+        EXPECT_EQ(answer.errors(), Errors{50000});
+        EXPECT_EQ(count(), 0);
+        EXPECT_EQ(number(*session, "SELECT @@TRANCOUNT"), 0);
+    }
+    Collector call(std::string_view name, std::vector<CallParameter> parameters) {
+        Collector answer;
+        outcome = session->executeProcedure(name, std::move(parameters), answer);
+        return answer;
+    }
+
+    CallOutcome outcome;
+};
+
+TEST_F(ReportedError, UndoesACallInABatch) {
+    expectUndone(run("EXEC p"));
+}
+
+TEST_F(ReportedError, UndoesACallByTheClient) {
+    expectUndone(call("p", {}));
+}
+
+TEST_F(ReportedError, UndoesACallInAClientsText) {
+    expectUndone(call("sp_executesql", {textParameter("EXEC p")}));
+}
+
+TEST_F(ReportedError, UndoesACallInAPreparedText) {
+    expectUndone(
+        call("sp_prepexec", {handleParameter(Value(), true), textParameter(""), textParameter("EXEC p")}));
+    expectUndone(call("sp_execute", {handleParameter(outcome.outputs.front().value, false)}));
+}
+
+TEST_F(ReportedError, UndoesACallInATextOfABatch) {
+    expectUndone(run("EXEC sp_executesql N'EXEC p'"));
+    expectUndone(run("EXEC ('EXEC p')"));
+}
+
+TEST_F(ReportedError, UndoesACallThatFillsATable) {
+    run("CREATE TABLE u (id int)");
+    run("ALTER PROCEDURE p AS BEGIN INSERT t VALUES (1, 1) RAISERROR('bad', 16, 1) SELECT id FROM t END");
+    expectUndone(run("INSERT u EXEC p"));
+}
+
+TEST_F(ReportedError, UndoesTheProcedureThatRanTheText) {
+    run("CREATE PROCEDURE outer_p AS BEGIN INSERT t VALUES (3, 3) EXEC sp_executesql N'EXEC p' END");
+    expectUndone(call("outer_p", {}));
+}
+
+TEST_F(ReportedError, LeavesStatementsBesideTheCallAlone) {
+    const Collector answer =
+        call("sp_executesql", {textParameter("INSERT t VALUES (5, 5) EXEC p INSERT t VALUES (6, 6)")});
+    EXPECT_EQ(answer.errors(), Errors{50000});
+    EXPECT_EQ(text(*session, "SELECT STRING_AGG(CONVERT(varchar(9), id), ',') FROM t"), "5,6");
+}
+
+TEST_F(ReportedError, LeavesATextThatRaisesItByItselfAlone) {
+    const Collector answer =
+        call("sp_executesql", {textParameter("INSERT t VALUES (5, 5) RAISERROR('x', 16, 1)")});
+    EXPECT_EQ(answer.errors(), Errors{50000});
+    EXPECT_EQ(count(), 1);
+}
+
+TEST_F(ReportedError, LeavesTheTransactionAroundTheCallOpen) {
+    run("BEGIN TRAN INSERT t VALUES (5, 5)");
+    EXPECT_EQ(call("sp_executesql", {textParameter("EXEC p")}).errors(), Errors{50000});
+    EXPECT_EQ(number(*session, "SELECT @@TRANCOUNT"), 1);
+    run("COMMIT");
+    EXPECT_EQ(text(*session, "SELECT STRING_AGG(CONVERT(varchar(9), id), ',') FROM t"), "5");
+}
+
+TEST_F(Atomicity, AnErrorInACallOfATextUndoesTheCall) {
+    run("CREATE PROCEDURE p AS BEGIN INSERT t VALUES (1, 1) INSERT t VALUES (1, 1) END");
+    Collector sink;
+    EXPECT_TRUE(session->executeProcedure("sp_executesql", {textParameter("EXEC p")}, sink).failed);
+    EXPECT_EQ(sink.errors(), Errors{2627});
+    EXPECT_EQ(count(), 0);
+}
+
+TEST_F(Atomicity, TableVariablesAreEmptyWhenATextRunsAgainAfterAnUndoneCall) {
+    run("CREATE PROCEDURE p AS BEGIN INSERT t VALUES (1, 1) RAISERROR('bad', 16, 1) END");
+    constexpr std::string_view kText =
+        "DECLARE @v TABLE (a int IDENTITY, b int) INSERT @v (b) VALUES (7) EXEC p INSERT @v (b) VALUES (8) "
+        "SELECT MAX(a) FROM @v";
+    EXPECT_EQ(number(*session, kText), 2);
+    EXPECT_EQ(number(*session, kText), 2);
+}
+
 TEST_F(Atomicity, ACaughtErrorKeepsWhatCameBeforeIt) {
     run("CREATE PROCEDURE p AS BEGIN INSERT t VALUES (1, 1) BEGIN TRY INSERT t VALUES (2, 2), (1, 1) END TRY "
         "BEGIN CATCH INSERT t VALUES (3, ERROR_NUMBER()) END CATCH END");
