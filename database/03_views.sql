@@ -1,4 +1,4 @@
--- Views that the client reads with "select *", and two of the procedures' own.
+-- Views that the client reads with "select *", and three of the procedures' own.
 -- A list takes column 1 as key and column 2 as text. A grid takes a column's name as caption:width;alignment, width in
 -- twips, alignment 0 left, 1 right, 2 centre; names with xxx_ are hidden and must stand last, without a width.
 
@@ -44,6 +44,36 @@ SELECT Rank, Stand, Shelf, Location, COUNT(*) AS PackageCount, SUM(Quantity) AS 
 FROM dbo.Kolv_Mag_BarCode_Sur
 WHERE Active = N'Y' AND Rank IS NOT NULL
 GROUP BY Rank, Stand, Shelf, Location;
+GO
+
+-- What lies on each location, one row for each material, and the assigned material also where none of it lies.
+-- Kind is A for a material that belongs there (assigned, or a member of the location's group) and B for a stranger.
+-- GroupSurName is the location's group for its members and empty for the others.
+DROP VIEW IF EXISTS dbo.Kolv_vv_mag_Location_Material;
+GO
+CREATE VIEW dbo.Kolv_vv_mag_Location_Material
+AS
+SELECT X.Rank, X.Stand, X.Shelf, X.Location, X.ItemCode, I.ItemName, I.InvntryUom,
+    SUM(X.Quantity) AS Quantity, SUM(X.PackageCount) AS PackageCount, SUM(X.PackWeight) AS PackWeight,
+    CASE WHEN X.ItemCode = L.ItemCode OR MAX(G.GroupSur) IS NOT NULL THEN N'A' ELSE N'B' END AS Kind,
+    ISNULL(L.GroupSur, 0) AS GroupSur, ISNULL(MAX(N.GroupSurName), N'') AS GroupSurName,
+    ISNULL(L.StatLocation_cmb, N'0') AS StatLocation
+FROM (
+    SELECT Rank, Stand, Shelf, Location, ItemCode, Quantity, 1 AS PackageCount, ISNULL(PackWeight, 0) AS PackWeight
+    FROM dbo.Kolv_Mag_BarCode_Sur
+    WHERE Active = N'Y' AND Rank IS NOT NULL
+    UNION ALL
+    SELECT Rank, Stand, Shelf, Location, ItemCode, 0, 0, 0
+    FROM dbo.kolv_mag_Location_Item
+    WHERE ItemCode <> N''
+    ) AS X
+    LEFT JOIN dbo.kolv_mag_Location_Item AS L
+        ON L.Rank = X.Rank AND L.Stand = X.Stand AND L.Shelf = X.Shelf AND L.Location = X.Location
+    LEFT JOIN dbo.OITM AS I ON I.ItemCode = X.ItemCode
+    LEFT JOIN dbo.kolv_mag_Group_Item AS G ON G.GroupSur = L.GroupSur AND G.ItemCode = X.ItemCode
+    LEFT JOIN dbo.kolv_mag_Location_Group AS N ON N.GroupSur = G.GroupSur
+GROUP BY X.Rank, X.Stand, X.Shelf, X.Location, X.ItemCode, I.ItemName, I.InvntryUom, L.ItemCode, L.GroupSur,
+    L.StatLocation_cmb;
 GO
 
 DROP VIEW IF EXISTS dbo.Kolv_vv_mag_Sur_On_Add;

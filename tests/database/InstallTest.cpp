@@ -83,6 +83,9 @@ TEST(Install, ProceduresHaveTheParametersOfTheirContract) {
         {"Kolv_mag_Refresh_Percent_Location", "@RefreshLinePercent"},
         {"kolv_mag_Watch_Detal_Item_On_Location",
          "@Rank @Stand @Shelf @Location @UserSign @Aplication @Phase"},
+        {"kolv_mag_Watch_Item_On_Location",
+         "@Rank @Stand @Shelf @Location @UserSign @Aplication @Phase @Operation"},
+        {"Kolv_mag_Param_Location", "@Rank @Stand @Shelf @Location"},
         {"kolv_mag_Sur_On_Mag", "@Aplication"},
         {"Kolv_mag_LookFor_Item", "@Pattern @Column @Step"},
         {"Kolv_mag_LookFor_Item_2", "@Pattern @Column @Step"}};

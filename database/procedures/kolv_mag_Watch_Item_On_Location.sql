@@ -1,0 +1,36 @@
+-- The materials of one location for the stand detail and for moving stock (@Operation tells which window asks). The
+-- client calls phase 0, whose result it does not read, and then phase 1 for the rows. The rows are computed when they
+-- are asked for, so phase 0 has nothing to prepare.
+-- The client counts columns from the end: the code of the material is the last, before it stand A for a material that
+-- belongs on the location or B for a stranger, the quantity, and 1 where several materials may lie (0 lets the client
+-- tick a row by itself). Nothing visible or hidden may come behind the code.
+DROP PROCEDURE IF EXISTS dbo.kolv_mag_Watch_Item_On_Location;
+GO
+CREATE PROCEDURE dbo.kolv_mag_Watch_Item_On_Location
+    @Rank smallint,
+    @Stand smallint,
+    @Shelf smallint,
+    @Location smallint,
+    @UserSign smallint,
+    @Aplication nvarchar(1),
+    @Phase smallint,
+    @Operation nvarchar(1)
+AS
+BEGIN
+    SET NOCOUNT ON;
+    IF @Phase <> 1
+        RETURN 0;
+
+    SELECT ItemName AS [Nazwa surowca:2700;0],
+        InvntryUom AS [Jm:450;2],
+        PackageCount AS [Opak.:600;1],
+        CASE WHEN StatLocation = N'1' THEN 1 ELSE 0 END AS [Multi:600;2],
+        CAST(Quantity AS decimal(19, 2)) AS [Ilość:900;1],
+        Kind AS [St.:400;2],
+        ItemCode AS [Kod surowca:1250;0]
+    FROM dbo.Kolv_vv_mag_Location_Material
+    WHERE Rank = @Rank AND Stand = @Stand AND Shelf = @Shelf AND Location = @Location
+    ORDER BY ItemCode;
+    RETURN 0;
+END
+GO
