@@ -30,7 +30,7 @@ function connect(options = {}, login = {}) {
 // how: execSql (a call of sp_executesql), execSqlBatch or callProcedure.
 function run(connection, how, text, prepare = () => {}) {
   return new Promise((resolve, reject) => {
-    const result = { sets: [], columns: [], outputs: {}, status: undefined };
+    const result = { sets: [], columns: [], outputs: {}, ends: [], status: undefined };
     const request = new Request(text, (error, count) => error ? reject(error) : resolve({ ...result, count }));
     request.on('columnMetadata', columns => {
       result.columns.push(columns.map(column => column.colName));
@@ -38,7 +38,11 @@ function run(connection, how, text, prepare = () => {}) {
     });
     request.on('row', row => result.sets.at(-1).push(row.map(cell => cell.value)));
     request.on('returnValue', (name, value) => { result.outputs[name] = value; });
-    request.on('doneProc', (count, more, status) => { result.status = status; });
+    request.on('done', () => result.ends.push('statement'));
+    request.on('doneProc', (count, more, status) => {
+      result.ends.push(`procedure ${status}`);
+      result.status = status;
+    });
     prepare(request);
     connection[how](request);
   });
@@ -108,6 +112,16 @@ for (const tdsVersion of ['7_1', '7_2', '7_3_A', '7_3_B', '7_4']) {
       assert.deepEqual(result.sets, [[['Śruba', 21]]]);
       assert.equal(result.status, 3);
       assert.deepEqual(result.outputs, { podwojone: 42, opis: 'Przyjęto: Śruba' });
+    });
+
+    test('every EXEC of a batch tells its return value, those inside a procedure do not', async () => {
+      const call = "exec dbo.Przyjmij N'x', 1, null, null";
+      const { sets, ends } = await batch(connection, `${call}; exec dbo.Nadrzedna; select 5 as a`);
+      assert.deepEqual(sets, [[['x', 1]], [['x', 1]], [[5]]]);
+      assert.deepEqual(ends, ['procedure 3', 'procedure 8', 'statement']);
+      const text = await run(connection, 'execSql', call);
+      assert.deepEqual(text.sets, [[['x', 1]]]);
+      assert.deepEqual(text.ends, ['procedure 0']);
     });
 
     test('a left out parameter has its default, a missing one is an error', async () => {

@@ -8,10 +8,10 @@ let server;
 before(async () => { server = await startServer(); });
 after(async () => assert.equal(await server.stop(), 0));
 
-// -o q leaves out everything but results and messages; columns stand apart by tabs.
+// -o q leaves out everything but results and messages, -o f only the counts; columns stand apart by tabs.
 function tsqlArguments(options = {}) {
   return ['-H', '127.0.0.1', '-p', String(server.port), '-U', user, '-P', options.password ?? password,
-    '-D', options.database ?? 'MAGAZYN', '-o', 'q', '-t', '\t'];
+    '-D', options.database ?? 'MAGAZYN', '-o', options.output ?? 'q', '-t', '\t'];
 }
 
 function tsql(script, options = {}) {
@@ -55,6 +55,12 @@ exec @r = dbo.Przyjmij N'Śruba', 21, @p output, @o output
 select @r, @p, @o`);
   assert.match(all, /Śruba\t21/);
   assert.match(all, /3\t42\tPrzyjęto: Śruba/);
+});
+
+test('every EXEC of a batch tells its return value', () => {
+  const { all } = tsql("exec dbo.Przyjmij N'x', 1, null, null\nexec dbo.Nadrzedna\nselect 5 as a", { output: 'f' });
+  assert.deepEqual(all.match(/return status = \d+/g), ['return status = 3', 'return status = 8']);
+  assert.match(all, /^a\n5$/m);
 });
 
 test('several sets and PRINT', () => {
