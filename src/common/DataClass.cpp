@@ -45,6 +45,14 @@ void DataClass::openRead(const QString& sql) {
     Recordset.Open(sql, mainConnection(m_context));
 }
 
+QString DataClass::text(QAnyStringView column, const QString& fallback) const {
+    return ToText(NullToValue(Recordset.Value(column), fallback));
+}
+
+qint16 DataClass::number(QAnyStringView column) const {
+    return ToInt16(NullToValue(Recordset.Value(column), 0));
+}
+
 bool DataClass::EcexProcedure(const QString& strSQL) {
     trap("EcexProcedure", [&] {
         Recordset.closeIfOpen();

@@ -55,6 +55,10 @@ protected:
     /// The opening steps of a keyed read: closes what the last read left open, then opens the text. Throws.
     void openRead(const QString& sql);
 
+    /// A column of the row that Recordset stands on: as text, and as a 16-bit number with 0 for NULL. Throws.
+    QString text(QAnyStringView column, const QString& fallback = QString()) const;
+    qint16 number(QAnyStringView column) const;
+
     /// Binds Command to the procedure and takes its parameter list. Throws.
     void bindProcedure(const QString& procedure);
 

@@ -2,6 +2,7 @@
 
 #include "common/AppContext.h"
 #include "common/modSQL.h"
+#include "map/LocationSql.h"
 #include "platform/Convert.h"
 
 namespace regalon {
@@ -42,14 +43,6 @@ QString numberText(qint16 value) {
 
 clsMagWatch::clsMagWatch(AppContext& context) : DataClass(context, QStringLiteral("clsMagWatch")) {}
 
-QString clsMagWatch::text(QAnyStringView column, const QString& fallback) const {
-    return ToText(NullToValue(Recordset.Value(column), fallback));
-}
-
-qint16 clsMagWatch::number(QAnyStringView column) const {
-    return ToInt16(NullToValue(Recordset.Value(column), 0));
-}
-
 bool clsMagWatch::GetParamLocalization(qint16 Rank, qint16 Stand, qint16 Shelf, qint16 Location,
                                        QString& ItemCode, QString& ItemName, qint16& GroupSur,
                                        QString& GroupSurName, qint16& StatLocation_cmb) {
@@ -58,10 +51,8 @@ bool clsMagWatch::GetParamLocalization(qint16 Rank, qint16 Stand, qint16 Shelf, 
         openRead(QStringLiteral(" select A.ItemCode,A.ItemName,A.GroupSur,B.GroupSurName,A.StatLocation_cmb"
                                 " from kolv_mag_Location_Item A"
                                 "  left join kolv_mag_Location_Group B ON A.GroupSur = B.GroupSur"
-                                " where Rank = ") +
-                 numberText(Rank) + QStringLiteral(" and Stand = ") + numberText(Stand) +
-                 QStringLiteral(" and  Shelf = ") + numberText(Shelf) + QStringLiteral(" and Location = ") +
-                 numberText(Location));
+                                " where ") +
+                 locationCondition({Rank, Stand, Shelf, Location}));
         if (Recordset.Eof())
             return;
         ItemCode = text("ItemCode");

@@ -54,10 +54,6 @@ public:
     /// The same for one location.
     bool SaveLocalizationID(qint16 Rank, qint16 Stand, qint16 Shelf, qint16 Location, const QString& name,
                             QString& message);
-
-private:
-    QString text(QAnyStringView column, const QString& fallback = QString()) const;
-    qint16 number(QAnyStringView column) const;
 };
 
 }  // namespace regalon
