@@ -1,5 +1,6 @@
 // The connection test against a real server: each message by its real cause.
 #include "common/DbErrors.h"
+#include "common/DbRecordset.h"
 #include "shell/ConnectionFile.h"
 #include "shell/ShellFixture.h"
 #include "shell/modConnection.h"
@@ -7,6 +8,9 @@
 #include <QFile>
 
 namespace regalon::test {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 const QString file = QStringLiteral("C:\\Regalon\\connect.txt");
@@ -14,6 +18,9 @@ const QString noServerText = QStringLiteral(
     "Serwer nie jest dostępny.\r\nNależy sprawdzić czy serwer został uruchomiony lub czy masz dostęp do "
     "zasobu "
     "sieciowego Kolvestra.");
+
+// Nobody listens on port 1.
+const QString elsewhere = u";Data Source=127.0.0.1,1;Initial Catalog=master"_s;
 
 class Login : public WarehouseFixture {
 protected:
@@ -24,6 +31,15 @@ protected:
     bool logIn() {
         context.ConnectionFilePath = file;
         return TestConnection(context);
+    }
+    qint32 open(const QString& server, const QString& password, ErrorRecord& error) {
+        return OpenConnections(context, server, LocalWarehouse::database(), LocalWarehouse::login(), password,
+                               error);
+    }
+    QString databaseInUse() const {
+        DbRecordset rows;
+        rows.Open(u"select db_name()"_s, *context.ConnMain);
+        return rows.Value(0).toString();
     }
     void expectNoServer() {
         ASSERT_EQ(messages.count(), 1);
@@ -142,13 +158,38 @@ TEST_F(Login, WithAMissingFileSaysThatTheServerIsNotThere) {
     expectNoServer();
 }
 
-TEST_F(Login, TakesNoValueThatBreaksOutOfTheConnectionString) {
-    ConnectionSettings settings = settingsOf(warehouse);
-    settings.Haslo = QStringLiteral("x\";Data Source=elsewhere");
+// The connection string is put together from the settings as they stand. Of two pieces with one key the later
+// one counts, and the server's name comes last.
+TEST_F(Login, GoesToItsServerWhateverThePasswordNames) {
     ErrorRecord error;
-    EXPECT_NE(OpenConnections(context, settings.Server, settings.Baza, settings.Login, settings.Haslo, error),
-              0);
+    EXPECT_EQ(open(warehouse.server(), LocalWarehouse::password() + elsewhere, error), 0)
+        << qPrintable(error.Description);
+    ASSERT_NE(context.ConnMain, nullptr);
+    EXPECT_EQ(databaseInUse(), LocalWarehouse::database());
+}
+
+TEST_F(Login, IsRefusedByItsServerForAPasswordWithAQuotationMarkBeforeAnotherServer) {
+    ErrorRecord error;
+    EXPECT_EQ(open(warehouse.server(), u"x\""_s + elsewhere, error), DbError::Authentication);
     EXPECT_EQ(messages.count(), 0);
+}
+
+TEST_F(Login, TakesAnotherDatabaseFromBehindTheServersName) {
+    ErrorRecord error;
+    EXPECT_EQ(open(warehouse.server() + u";Initial Catalog=master"_s, LocalWarehouse::password(), error), 0)
+        << qPrintable(error.Description);
+    ASSERT_NE(context.ConnMain, nullptr);
+    EXPECT_EQ(databaseInUse(), u"master"_s);
+}
+
+// So no value of a connection file reaches another piece of the connection string.
+TEST_F(Login, CutsTheValuesOfTheFileAtTheirSemicolon) {
+    ConnectionSettings settings = settingsOf(warehouse);
+    settings.Server += u";Initial Catalog=master"_s;
+    settings.Haslo += elsewhere;
+    ASSERT_TRUE(logIn(settings));
+    EXPECT_EQ(databaseInUse(), LocalWarehouse::database());
+    EXPECT_FALSE(context.ConnMain->ConnectionString().contains(u"master"));
 }
 
 TEST_F(Login, ClosesBothConnections) {
