@@ -6,6 +6,7 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 #include <QStringList>
+#include <QTemporaryDir>
 
 #include <optional>
 
@@ -84,9 +85,26 @@ QString driveFolder(QChar letter) {
     return letter == u'C' ? driveC() : currentMapping().Drives.value(letter);
 }
 
+/// What stands for "C:\Windows\Temp": a folder of this process alone, gone when the program ends. The
+/// system's names for temporary files are the same for every user and every copy of the program, and in the
+/// machine's common folder one would meet the other's.
+QString temporaryFolder() {
+    static const QTemporaryDir folder(QDir::tempPath() + QStringLiteral("/regalon-XXXXXX"));
+    return folder.isValid() ? folder.path() : QString();
+}
+
+bool isTemporary(QChar drive, const QStringList& names) {
+    return drive == u'C' && names.size() >= 2 &&
+           names[0].compare(QLatin1String("Windows"), Qt::CaseInsensitive) == 0 &&
+           names[1].compare(QLatin1String("Temp"), Qt::CaseInsensitive) == 0;
+}
+
 QString onDrive(QChar letter, const QString& rest) {
-    const QString folder = driveFolder(letter.toUpper());
-    return folder.isEmpty() ? QString() : resolved(folder, withoutDots(parts(rest)));
+    const QChar drive = letter.toUpper();
+    const QStringList names = withoutDots(parts(rest));
+    const bool temporary = isTemporary(drive, names);
+    const QString folder = temporary ? temporaryFolder() : driveFolder(drive);
+    return folder.isEmpty() ? QString() : resolved(folder, temporary ? names.mid(2) : names);
 }
 
 QString onShare(const QString& path) {

@@ -35,6 +35,7 @@ QString driveC();
 /// - a drive letter or "\\server\share" is mapped; ".." never climbs above the mapped folder; "\" alone in
 /// front means
 ///   drive C;
+/// - "C:\Windows\Temp" is not on drive C: a temporary folder of this process stands for it;
 /// - anything else is relative to the current folder.
 /// Both separators count, mixed as they come. Every part that differs only in case from an existing name
 /// finds it (the exact name wins, then the first in alphabetic order). A file that does not exist gets the

@@ -70,6 +70,19 @@ TEST_F(PathsTest, DotsNeverClimbAboveTheDrive) {
     EXPECT_EQ(file("\\\\srv\\dane\\..\\..\\c\\x"), at("share/c/x"));
 }
 
+TEST_F(PathsTest, TemporaryFilesLieInAFolderOfThisProcessAlone) {
+    const QString folder = file("C:\\Windows\\Temp");
+    EXPECT_TRUE(folder.startsWith(QDir::tempPath() + u'/'));
+    EXPECT_TRUE(QFileInfo(folder).isDir());
+    constexpr QFileDevice::Permissions others =
+        QFileDevice::ReadGroup | QFileDevice::WriteGroup | QFileDevice::ReadOther | QFileDevice::WriteOther;
+    EXPECT_EQ(QFileInfo(folder).permissions() & others, QFileDevice::Permissions());
+    EXPECT_EQ(file("c:\\WINDOWS\\temp\\1_2_3_4.bmp"), folder + QStringLiteral("/1_2_3_4.bmp"));
+    EXPECT_EQ(file("C:\\Windows\\Temporary\\x"), at("c/Windows/Temporary/x"));
+    EXPECT_EQ(file("C:\\Windows\\Temp\\..\\x"), at("c/Windows/x"));
+    EXPECT_EQ(file("D:\\Windows\\Temp\\x"), at("d/Windows/Temp/x"));
+}
+
 TEST_F(PathsTest, UnmappedDrivesAndSharesLeadNowhere) {
     EXPECT_EQ(file("Q:\\x"), QString());
     EXPECT_EQ(file("\\\\other\\dane\\x"), QString());

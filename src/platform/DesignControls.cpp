@@ -1,0 +1,31 @@
+#include "platform/DesignControls.h"
+
+#include "platform/FileIcon.h"
+
+#include <QGroupBox>
+#include <QLabel>
+
+namespace regalon {
+
+QGroupBox* addFrame(QWidget* parent, const char* name, const QString& caption) {
+    auto* frame = new QGroupBox(caption, parent);
+    frame->setObjectName(QString::fromLatin1(name));
+    frame->setAutoFillBackground(true);
+    return frame;
+}
+
+QLabel* addLabel(QWidget* parent, const char* name, const QString& text, bool bold) {
+    auto* label = new QLabel(text, parent);
+    label->setObjectName(QString::fromLatin1(name));
+    label->setTextFormat(Qt::PlainText);
+    QFont font = label->font();
+    font.setBold(bold);
+    label->setFont(font);
+    return label;
+}
+
+QIcon programIcon(const QString& file) {
+    return fileIcon(QStringLiteral(":/icons/") + file);
+}
+
+}  // namespace regalon
