@@ -64,9 +64,10 @@ SELECT P.Rank, P.Stand, N'Regał ' + CAST(P.Stand AS nvarchar(3)),
 FROM #Place AS P
 ORDER BY P.Rank, P.Stand;
 
--- Stands without a picture of their own are drawn with the common one.
+-- Stands without a picture of their own name the common one. An empty name would draw the same, but the search for a
+-- material puts the stands' pictures back by their names and takes an empty one for a missing file.
 UPDATE dbo.kolv_mag_Stand
-SET StandIcon = N''
+SET StandIcon = N'Reg.ico'
 WHERE (Rank = 2 AND Stand = 6) OR (Rank = 4 AND Stand = 5) OR (Rank = 5 AND Stand = 6);
 UPDATE dbo.kolv_mag_Stand
 SET StandDescription = N'Miejsce wagi paletowej, bez półek', StandFrameArround = N'N'
