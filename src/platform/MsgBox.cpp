@@ -17,6 +17,20 @@ MsgBoxRecorder*& newestRecorder() {
     return recorder;
 }
 
+/// Messages that wait for their answers, one above the other.
+int& openMessages() {
+    static int count = 0;
+    return count;
+}
+
+class OpenMessage {
+public:
+    OpenMessage() { ++openMessages(); }
+    ~OpenMessage() { --openMessages(); }
+    OpenMessage(const OpenMessage&) = delete;
+    OpenMessage& operator=(const OpenMessage&) = delete;
+};
+
 QString caption(int result) {
     switch (result) {
         case MsgResult::Cancel:
@@ -113,6 +127,7 @@ void makeRoomForTitle(QMessageBox& box) {
 }  // namespace
 
 int MsgBox(const QString& text, qint32 flags, const QString& title) {
+    const OpenMessage open;
     const QString shownTitle = title.isEmpty() ? QStringLiteral("Regalon") : title;
     if (MsgBoxRecorder* recorder = newestRecorder())
         return recorder->record({text, flags, shownTitle});
@@ -130,6 +145,10 @@ int MsgBox(const QString& text, qint32 flags, const QString& title) {
     box.exec();
     const QAbstractButton* clicked = box.clickedButton();
     return clicked != nullptr ? clicked->property("result").toInt() : defaultResult(flags);
+}
+
+bool isMsgBoxOpen() {
+    return openMessages() > 0;
 }
 
 MsgBoxRecorder::MsgBoxRecorder() : m_outer(std::exchange(newestRecorder(), this)) {}

@@ -42,6 +42,10 @@ inline constexpr int No = 7;
 /// results. While a MsgBoxRecorder exists no window opens and the recorder answers.
 int MsgBox(const QString& text, qint32 flags = MsgFlag::OkOnly, const QString& title = QString());
 
+/// True while a message waits for its answer. Timers go on meanwhile: whoever would show messages of its own
+/// asks here first, so that they do not pile up over an empty desk.
+bool isMsgBoxOpen();
+
 /// Records the messages that would be shown during its life and answers them. Recorders nest; the newest one
 /// works.
 class MsgBoxRecorder {

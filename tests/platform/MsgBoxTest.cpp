@@ -112,6 +112,25 @@ TEST(MsgBox, TheTextIsPlainAndCanBeSelected) {
     MsgBox(QStringLiteral("13\r\n<b>Type mismatch</b>\rRegalon"));
 }
 
+TEST(MsgBox, CountsAsOpenUntilItsLastMessageIsAnswered) {
+    EXPECT_FALSE(isMsgBoxOpen());
+    shown(0, MsgResult::Ok, [](QMessageBox*) {
+        EXPECT_TRUE(isMsgBoxOpen());
+        shown(4, MsgResult::No, [](QMessageBox*) { EXPECT_TRUE(isMsgBoxOpen()); });
+        EXPECT_TRUE(isMsgBoxOpen());
+    });
+    EXPECT_FALSE(isMsgBoxOpen());
+}
+
+TEST(MsgBoxRecorder, ARecordedMessageCountsAsOpenWhileItIsLookedAt) {
+    MsgBoxRecorder recorder;
+    bool open = false;
+    recorder.onMessage([&open](const MsgBoxRecorder::Message&) { open = isMsgBoxOpen(); });
+    MsgBox(QStringLiteral("a"));
+    EXPECT_TRUE(open);
+    EXPECT_FALSE(isMsgBoxOpen());
+}
+
 TEST(MsgBoxRecorder, RecordsAndAnswersWithoutAWindow) {
     MsgBoxRecorder recorder;
     recorder.answer(MsgResult::No);
