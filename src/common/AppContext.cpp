@@ -11,4 +11,9 @@ DbConnection& mainConnection(AppContext& context) {
     return *context.ConnMain;
 }
 
+QString iconFolder(const AppContext& context) {
+    return context.PathBitmapMagSur.isEmpty() ? context.ProgramFolder + QStringLiteral("\\Ikony")
+                                              : context.PathBitmapMagSur;
+}
+
 }  // namespace regalon

@@ -49,4 +49,7 @@ struct AppContext {
 /// Throws RunTimeError 91 when there is none, which is how a window opened after a failed login fails.
 DbConnection& mainConnection(AppContext& context);
 
+/// Folder of the plan's icons: that of the site, or "Ikony" beside the program where the site names none.
+QString iconFolder(const AppContext& context);
+
 }  // namespace regalon

@@ -72,9 +72,7 @@ void frmMagWatch::Form_Load() {
         m_aplication = QStringLiteral("P");
         m_map = std::make_unique<MapBuilder>(m_context, *m_canvas, *m_data,
                                              MapReportNames::of(QStringLiteral("frmMagWatch")));
-        m_map->setIconFolder(m_context.PathBitmapMagSur.isEmpty()
-                                 ? m_context.ProgramFolder + QStringLiteral("\\Ikony")
-                                 : m_context.PathBitmapMagSur);
+        m_map->setIconFolder(iconFolder(m_context));
         resetDesign();
         m_map->RefreschWatchStore();
         m_frmAutoRebulidCOnfig->hide();

@@ -2,13 +2,13 @@
 
 #include "map/LocationAddress.h"
 #include "map/MapBuilder.h"
+#include "map/StandDetail.h"
 #include "map/clsMagWatch.h"
 #include "platform/ImageList.h"
 
 #include <QString>
 #include <QWidget>
 
-#include <functional>
 #include <memory>
 #include <optional>
 
@@ -22,19 +22,6 @@ namespace regalon {
 class ListView;
 class MapCanvas;
 class ToolBar;
-
-/// What the stand detail is told before it opens. A count without a value keeps what the detail showed last.
-struct StandDetailRequest {
-    qint32 TopStand = 0;   ///< wished top of the detail window, twips from the top of the screen
-    qint32 LeftStand = 0;  ///< wished left, twips
-    qint16 Rank = 0;
-    qint16 Stand = 0;
-    std::optional<qint16> ShelfCount;
-    std::optional<qint16> LocationCount;
-};
-
-/// Shows the stand detail and returns when it has closed. Failures are thrown.
-using StandDetail = std::function<void(const StandDetailRequest& request)>;
 
 /// The read-only view of the warehouse: the plan, and below it what lies on the location that was clicked. It
 /// reads the warehouse when it is first shown, and again when it is shown after it was closed.
@@ -88,7 +75,6 @@ private:
     void closeLocationList();
     std::optional<LocationAddress> typedAddress() const;
     void FiilItemOnLocation(const LocationAddress& address);
-    void markRows();
 
     AppContext& m_context;
     StandDetail m_standDetail;

@@ -2,8 +2,7 @@
 
 #include "common/AppContext.h"
 #include "common/ErrorTrap.h"
-#include "common/modListBox.h"
-#include "common/modSQL.h"
+#include "map/LocationItemList.h"
 #include "map/LocationName.h"
 #include "map/MapCanvas.h"
 #include "map/RankLetter.h"
@@ -27,10 +26,6 @@ constexpr int kOpenList = 1;
 constexpr int kCloseList = 2;
 constexpr qint16 kMultiItem = 1;
 constexpr qint16 kLpWidth = 700;
-
-// Row icons of the list, by the kind that the procedure gives in the visible column before the last.
-constexpr int kIconOfKindA = 42;
-constexpr int kIconOfKindB = 40;
 
 }  // namespace
 
@@ -115,32 +110,10 @@ std::optional<LocationAddress> frmMagWatch::typedAddress() const {
 void frmMagWatch::FiilItemOnLocation(const LocationAddress& address) {
     // Reports under the shift window's name; support knows it so.
     WindowTrap("frmMagWatchShiftLoc - FiilItemOnLocation", [&] {
-        const auto statement = [&](int phase) {
-            const QLatin1Char comma(',');
-            return QStringLiteral("exec kolv_mag_Watch_Detal_Item_On_Location ") +
-                   SqlNumber(int{address.Rank}) + comma + SqlNumber(int{address.Stand}) + comma +
-                   SqlNumber(int{address.Shelf}) + comma + SqlNumber(int{address.Location}) + comma +
-                   SqlText(QString::number(m_context.UserSign)) + comma + SqlText(m_aplication) + comma +
-                   SqlNumber(phase);
-        };
-        m_data->EcexProcedure(statement(0));
-        FilleListView(m_context, *m_lstLocationItem, statement(1), QString(), true, true, true, true,
-                      kLpWidth);
-        m_lstLocationItem->setSorted(true);
-        m_lstLocationItem->setSortKey(0);
-        markRows();
+        const PhaseText text = locationItemText(
+            m_context, QStringLiteral("kolv_mag_Watch_Detal_Item_On_Location"), address, m_aplication);
+        fillLocationItems(m_context, *m_data, *m_lstLocationItem, text, kLpWidth);
     });
-}
-
-void frmMagWatch::markRows() {
-    for (int row = 1; row <= m_lstLocationItem->itemCount(); ++row) {
-        ListItem* item = m_lstLocationItem->item(row);
-        const QString kind = item->subItem(m_lstLocationItem->headerCount() - 2);
-        if (kind == u"A")
-            item->setSmallIcon(kIconOfKindA);
-        else if (kind == u"B")
-            item->setSmallIcon(kIconOfKindB);
-    }
 }
 
 }  // namespace regalon

@@ -1,0 +1,51 @@
+#include "map/LocationItemList.h"
+
+#include "common/AppContext.h"
+#include "common/DataClass.h"
+#include "common/modListBox.h"
+#include "common/modSQL.h"
+#include "map/LocationSql.h"
+#include "platform/ListView.h"
+
+namespace regalon {
+
+namespace {
+
+void markRows(ListView& list, const KindIcons& icons) {
+    for (int number = 1; number <= list.itemCount(); ++number) {
+        ListItem* row = list.item(number);
+        const QString kind = rowKind(list, *row);
+        if (kind == u"A")
+            row->setSmallIcon(icons.kindA);
+        else if (kind == u"B")
+            row->setSmallIcon(icons.kindB);
+    }
+}
+
+}  // namespace
+
+PhaseText locationItemText(const AppContext& context, const QString& procedure,
+                           const LocationAddress& address, const QString& aplication,
+                           const QString& operation) {
+    const QLatin1Char comma(',');
+    const QString before = QStringLiteral("exec ") + procedure + QLatin1Char(' ') +
+                           locationArguments(address) + comma + SqlText(QString::number(context.UserSign)) +
+                           comma + SqlText(aplication) + comma;
+    const QString behind = operation.isEmpty() ? QString() : comma + SqlText(operation);
+    return [before, behind](int phase) { return before + SqlNumber(phase) + behind; };
+}
+
+void fillLocationItems(AppContext& context, DataClass& data, ListView& list, const PhaseText& text,
+                       qint16 lpWidth, const KindIcons& icons) {
+    data.EcexProcedure(text(0));
+    FilleListView(context, list, text(1), QString(), true, true, true, true, lpWidth);
+    list.setSorted(true);
+    list.setSortKey(0);
+    markRows(list, icons);
+}
+
+QString rowKind(const ListView& list, const ListItem& row) {
+    return row.subItem(list.headerCount() - 2);
+}
+
+}  // namespace regalon
