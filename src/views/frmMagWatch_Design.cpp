@@ -168,13 +168,13 @@ void frmMagWatch::createStatusPanel() {
 
 void frmMagWatch::createLocationList() {
     m_frmWathLocationShiftItem = addFrame(m_surface, "frmWathLocationShiftItem", QString());
-    // Over the lowest row of the hall only: while the list is open the user picks its next location on the
-    // plan.
-    place(m_frmWathLocationShiftItem, 780, 6660, 13800, 1590);
+    // Over the lowest row of the hall only, and right of the row along the left wall: while the list is open
+    // the user picks its next location on the plan.
+    place(m_frmWathLocationShiftItem, 1320, 6660, 13770, 1590);
     m_lstLocationItem = new ListView(m_frmWathLocationShiftItem);
     m_lstLocationItem->setObjectName(QStringLiteral("lstLocationItem"));
     m_lstLocationItem->setSmallIcons(&m_imgSmall);
-    place(m_lstLocationItem, 60, 60, 13680, 1470);
+    place(m_lstLocationItem, 60, 60, 13650, 1470);
 }
 
 void frmMagWatch::createLaterPanels() {

@@ -192,6 +192,19 @@ TEST_F(LocationList, AnAnswerWithoutAColumnBeforeTheLastIsReportedUnderTheShiftW
 
 class DemoLocationList : public WatchWindow {};
 
+TEST_F(DemoLocationList, CoversNoLocationOfAnotherRowThanTheLowest) {
+    open();
+    const QRectF panel = frame("frmWathLocationShiftItem")->geometry();
+    int covered = 0;
+    canvas()->imglocation().forEach([&](const PictureItem& location) {
+        if (location.index() == 0 || !location.sceneBoundingRect().intersects(panel))
+            return;
+        ++covered;
+        EXPECT_TRUE(location.tag().startsWith(QStringLiteral("4_"))) << qPrintable(location.tag());
+    });
+    EXPECT_GT(covered, 0);
+}
+
 TEST_F(DemoLocationList, AMultiLocationOfTheDemoListsItsMaterials) {
     const QString multi =
         warehouse.value(QStringLiteral("select min(L.LocationName) from kolv_mag_Location L inner join "
