@@ -75,6 +75,11 @@ TEST_F(CommonDialogTest, ATypedNameNeedNotExist) {
     EXPECT_EQ(dialog.FileName(), QStringLiteral("C:\\Ikony\\brak.ico"));
 }
 
+TEST_F(CommonDialogTest, ACancelledDialogChoosesNothing) {
+    open(Qt::Key_Escape, QStringLiteral("LB_1.ico"));
+    EXPECT_EQ(dialog.FileName(), QString());
+}
+
 TEST_F(CommonDialogTest, TheFormerFileIsOfferedAndStaysAfterACancel) {
     dialog.setFileName(QStringLiteral("C:\\Ikony\\LA_1.ico"));
     open(Qt::Key_Escape, QStringLiteral("x"), [](QFileDialog* shown) {
