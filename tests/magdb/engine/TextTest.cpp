@@ -51,6 +51,22 @@ TEST(Collation, OrdersAsciiAsTheFullRulesDo) {
     }
 }
 
+TEST(Text, SeesALetterOutsideAsciiAtEveryPlaceOfALongText) {
+    for (std::size_t length : {1U, 63U, 64U, 65U, 200U}) {
+        const std::string plain(length, 'a');
+        EXPECT_TRUE(isAscii(plain));
+        for (std::size_t at = 0; at < length; ++at) {
+            std::string mixed = plain;
+            mixed.replace(at, 1, "ł");
+            const auto size = static_cast<std::int64_t>(length);
+            EXPECT_FALSE(isAscii(mixed));
+            EXPECT_EQ(utf16Length(mixed), size);
+            EXPECT_EQ(substringUnits(mixed, static_cast<std::int64_t>(at), size), "ł" + plain.substr(at + 1));
+            EXPECT_EQ(substringUnits(mixed, 0, static_cast<std::int64_t>(at)), plain.substr(0, at));
+        }
+    }
+}
+
 TEST(Text, CountsUtf16Units) {
     EXPECT_EQ(utf16Length("Półka"), 5);
     EXPECT_EQ(utf16Length("a😀"), 3);
