@@ -67,6 +67,10 @@ Flow Core::runStatement(const tsql::Statement& statement) {
         }
         m_rowCount = 0;
         send(error.message());
+        // Ends this statement, else the next one's end would carry the error.
+        if (m_sink != nullptr) {
+            m_sink->statementDone(std::nullopt, false, false);
+        }
         return Flow::Next;
     }
 }
