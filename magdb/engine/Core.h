@@ -85,6 +85,7 @@ public:
     void reset();
 
     [[nodiscard]] std::int16_t spid() const { return m_spid; }
+    [[nodiscard]] bool isWriting() const { return m_turn != nullptr; }
 
     // BindContext and CatalogContext
     [[nodiscard]] const Schema& schema() const override { return *m_schema; }

@@ -80,6 +80,9 @@ std::int16_t Session::spid() const {
 const std::string& Session::database() const {
     return d->core.currentDatabase();
 }
+bool Session::isWriting() const {
+    return d->core.isWriting();
+}
 
 bool Session::executeBatch(std::string_view text, ResultSink& sink) {
     return d->core.runBatch(text, sink);

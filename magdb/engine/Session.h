@@ -120,6 +120,9 @@ public:
 
     [[nodiscard]] std::int16_t spid() const;
     [[nodiscard]] const std::string& database() const;
+    /// True while the session has the turn to write, for which all others wait. For the thread that runs the
+    /// batch, so for its ResultSink too.
+    [[nodiscard]] bool isWriting() const;
 
     /// Runs a batch of T-SQL (no GO). Never throws for an error of the batch: errors go to the sink as
     /// messages. False when an error ended the batch.

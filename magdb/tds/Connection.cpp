@@ -30,7 +30,20 @@ ServerMessage databaseContext(const std::string& database) {
 }  // namespace
 
 Connection::Connection(const Socket& socket, ServerParts& parts, bool full)
-    : socket_(socket), parts_(parts), full_(full), writer_([this](auto bytes) { socket_.send(bytes); }) {}
+    : socket_(socket), parts_(parts), full_(full), outbox_(socket), writer_([this](auto piece, bool last) {
+          sendPiece(piece, last);
+      }) {}
+
+void Connection::sendPiece(std::span<const std::uint8_t> piece, bool last) {
+    // All writers wait while this session has their turn, so a client that does not read must not make it
+    // wait. At the end of a message the turn is gone, but for a transaction that the client itself has left
+    // open.
+    if (!last && session_ && session_->isWriting()) {
+        outbox_.offer(piece);
+    } else {
+        outbox_.send(piece);
+    }
+}
 
 void Connection::serve() {
     try {

@@ -4,6 +4,7 @@
 #include "tds/AnswerStream.h"
 #include "tds/AttentionWatcher.h"
 #include "tds/Login.h"
+#include "tds/Outbox.h"
 #include "tds/PacketReader.h"
 #include "tds/PacketWriter.h"
 #include "tds/Requests.h"
@@ -12,9 +13,11 @@
 
 #include <chrono>
 #include <cstddef>
+#include <cstdint>
 #include <exception>
 #include <memory>
 #include <optional>
+#include <span>
 
 namespace magdb::tds {
 
@@ -52,10 +55,13 @@ private:
     void acknowledgeAttention();
     void resetSession(AnswerStream& stream);
 
+    void sendPiece(std::span<const std::uint8_t> piece, bool last);
+
     const Socket& socket_;
     ServerParts& parts_;
     const bool full_;
     PacketReader reader_;
+    Outbox outbox_;
     PacketWriter writer_;
     Version version_ = Version::Tds74;
     std::unique_ptr<Session> session_;

@@ -30,7 +30,7 @@ void PacketWriter::sendFull() {
         frame(all.subspan(at, room), false, framed_);
         at += room;
     }
-    send_(framed_);
+    send_(framed_, false);
     content_.dropFront(at);
 }
 
@@ -46,7 +46,7 @@ void PacketWriter::finish() {
     } while (at < all.size());
     content_.clear();
     packetNumber_ = 1;
-    send_(framed_);
+    send_(framed_, true);
 }
 
 }  // namespace magdb::tds

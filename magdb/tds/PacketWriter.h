@@ -14,7 +14,8 @@ namespace magdb::tds {
 /// answer is one piece, a large one goes in pieces of about 64 KB while it is made.
 class PacketWriter {
 public:
-    using Send = std::function<void(std::span<const std::uint8_t>)>;
+    /// last: the piece ends the message.
+    using Send = std::function<void(std::span<const std::uint8_t> piece, bool last)>;
 
     /// send takes whole packets; what it throws passes through.
     explicit PacketWriter(Send send) : send_(std::move(send)) {}

@@ -63,6 +63,21 @@ void Socket::send(std::span<const std::uint8_t> bytes) const {
     }
 }
 
+std::size_t Socket::sendSome(std::span<const std::uint8_t> bytes) const {
+    for (;;) {
+        const ssize_t sent = ::send(descriptor_, bytes.data(), bytes.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
+        if (sent >= 0) {
+            return static_cast<std::size_t>(sent);
+        }
+        if (errno == EAGAIN || errno == EWOULDBLOCK) {
+            return 0;
+        }
+        if (errno != EINTR) {
+            throw ConnectionLost("send");
+        }
+    }
+}
+
 std::size_t Socket::receive(std::span<std::uint8_t> room, const Deadline& deadline) const {
     for (;;) {
         if (deadline && !waitReadable(descriptor_, *deadline)) {

@@ -30,6 +30,8 @@ public:
 
     /// Sends everything or throws ConnectionLost.
     void send(std::span<const std::uint8_t> bytes) const;
+    /// Sends what fits without waiting; gives its size. Throws ConnectionLost.
+    [[nodiscard]] std::size_t sendSome(std::span<const std::uint8_t> bytes) const;
     /// Bytes received, 0 when the other side has closed. Waits no longer than the deadline; throws
     /// ConnectionLost then and on errors.
     [[nodiscard]] std::size_t receive(std::span<std::uint8_t> room, const Deadline& deadline) const;

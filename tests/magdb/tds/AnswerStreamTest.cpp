@@ -23,7 +23,7 @@ protected:
     }
     const Data& content() { return packets.content().data(); }
 
-    PacketWriter packets{[](std::span<const std::uint8_t>) {}};
+    PacketWriter packets{[](std::span<const std::uint8_t>, bool) {}};
     AnswerStream batch{packets, Version::Tds74, AnswerStream::Kind::Batch};
     AnswerStream call{packets, Version::Tds74, AnswerStream::Kind::Call};
     const ServerMessage error{208, 16, 1, "x", "", 3};

@@ -98,7 +98,7 @@ TEST(PacketReader, HoldsTheLimitOfAMessageAcrossPackets) {
 TEST(PacketWriter, SendsASmallAnswerInOnePiece) {
     std::vector<Bytes> sent;
     PacketWriter writer(
-        [&](std::span<const std::uint8_t> bytes) { sent.emplace_back(bytes.begin(), bytes.end()); });
+        [&](std::span<const std::uint8_t> bytes, bool) { sent.emplace_back(bytes.begin(), bytes.end()); });
     writer.setSpid(0x0133);
     writer.content().u8(42);
     writer.flush();
@@ -130,8 +130,9 @@ Bytes join(const std::vector<Bytes>& sent, std::size_t packetSize) {
 TEST(PacketWriter, CutsALargeAnswerAndMarksOnlyItsEnd) {
     for (const std::size_t size : {504U, 505U, 200'000U}) {
         std::vector<Bytes> sent;
-        PacketWriter writer(
-            [&](std::span<const std::uint8_t> bytes) { sent.emplace_back(bytes.begin(), bytes.end()); });
+        PacketWriter writer([&](std::span<const std::uint8_t> bytes, bool) {
+            sent.emplace_back(bytes.begin(), bytes.end());
+        });
         writer.setPacketSize(512);
         const Bytes content = counting(size);
         for (const std::uint8_t byte : content) {

@@ -105,6 +105,32 @@ TEST_F(ServerTest, CallsAProcedureWithReturnValueAndOutput) {
     EXPECT_EQ(answer.dones[0].status, 0);
 }
 
+TEST_F(ServerTest, AFailedStatementEndsByItself) {
+    const Answer answer = owner.run(u"insert into dbo.Stan (Id, Ilosc) values (1, 1) select 5");
+    EXPECT_EQ(answer.errorNumber(), 2627U);
+    EXPECT_EQ(answer.rows, (Rows{{"5"}}));
+    ASSERT_EQ(answer.dones.size(), 2U);
+    EXPECT_EQ(answer.dones[0].status, 0x03);
+    EXPECT_EQ(answer.dones[1].status, 0x10);
+}
+
+TEST_F(ServerTest, AClientThatDoesNotReadHoldsUpNoWriter) {
+    makeDigits();
+    expectClean(
+        u"create procedure dbo.Duzo as begin update dbo.Stan set Ilosc = Ilosc + 1; select "
+        u"replicate('x', 8000) from dbo.Cyfry a, dbo.Cyfry b, dbo.Cyfry c; return 4 end");
+    WireClient slow(server.port());
+    slow.logIn();
+    slow.send(client::message(client::typeRpc, client::call(u"dbo.Duzo", {})));
+    slow.awaitAnswer();
+    expectClean(u"update dbo.Stan set Ilosc = Ilosc + 1");
+    EXPECT_EQ(stock(), "12");
+    const Answer answer = slow.receive();
+    EXPECT_EQ(answer.rows, Rows(1000, {std::string(8000, 'x')}));
+    EXPECT_EQ(answer.status, 4);
+    EXPECT_EQ(slow.run(u"select 5").rows, (Rows{{"5"}}));
+}
+
 TEST_F(ServerTest, AnswersSeveralCallsOfOneMessage) {
     client::Build both;
     both.raw(client::call(u"dbo.Dodaj", {client::parameter(u"", 0, {0x38, 1, 0, 0, 0}),
