@@ -268,9 +268,13 @@ void clsError::startLog(eLogMode mode) {
         m_logFileName.clear();
         return;
     }
-    QString name = QCoreApplication::applicationDirPath() + u'\\' +
-                   TrimBlanks(QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName()) + u'_' +
-                   TrimBlanks(machinePart());
+    const QFileInfo program(QCoreApplication::applicationFilePath());
+    // A program that was replaced while it started does not know where it lies.
+    if (program.filePath().isEmpty()) {
+        throw RunTimeError(RunTime::PathNotFound);
+    }
+    QString name =
+        program.path() + u'\\' + TrimBlanks(program.completeBaseName()) + u'_' + TrimBlanks(machinePart());
     if (anotherInstanceRuns()) {
         name += momentDigits();
     }

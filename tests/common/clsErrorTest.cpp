@@ -173,6 +173,23 @@ TEST_F(clsErrorTest, MissingShowMethodIsReportedInTheServicesOwnBox) {
     EXPECT_TRUE(boxes.last().Text.startsWith(u"438\r\n"_s)) << qPrintable(boxes.last().Text);
 }
 
+TEST_F(clsErrorTest, FailureOfTheReportItselfIsShownInTheServicesOwnBox) {
+    // The message cannot be shown, and neither can the box that says so.
+    boxes.onMessage([this](const MsgBoxRecorder::Message&) {
+        if (boxes.count() < 3) {
+            throw RunTimeError(RunTime::OutOfMemory);
+        }
+    });
+    service.ShowError(eErrType::Error, u"clsX"_s, u"Routine"_s, {5, u"x"_s, u"s"_s, 0});
+    ASSERT_EQ(boxes.count(), 3);
+    EXPECT_EQ(boxes.messages().at(0).Title, u"Error - clsX [Routine]"_s);
+    EXPECT_EQ(boxes.messages().at(1).Title, u"clsError [ShowMessage]"_s);
+    EXPECT_EQ(boxes.last().Title, u"clsError [ShowError]"_s);
+    EXPECT_EQ(boxes.last().Flags, 16);
+    EXPECT_TRUE(boxes.last().Text.startsWith(u"7\r\n"_s)) << qPrintable(boxes.last().Text);
+    EXPECT_EQ(service.LastErrorNumber(), 5);
+}
+
 class ErrorLogTest : public clsErrorTest {
 protected:
     void SetUp() override {
@@ -193,11 +210,6 @@ protected:
 
     QString path;
 };
-
-TEST_F(ErrorLogTest, FileIsNamedAfterProgramAndMachine) {
-    EXPECT_TRUE(QRegularExpression(u"\\\\[^\\\\]+_[^\\\\]+\\.log$"_s).match(path).hasMatch())
-        << qPrintable(path);
-}
 
 TEST_F(ErrorLogTest, EntryHoldsMomentNamesMessageSourceAndEventType) {
     report(u"x\n##y"_s);
