@@ -4,7 +4,11 @@
 
 #include <QDir>
 #include <QFile>
+#include <QList>
 #include <QStandardPaths>
+
+#include <functional>
+#include <utility>
 
 namespace regalon {
 namespace {
@@ -33,6 +37,10 @@ QString unquoted(const QString& value) {
     return value;
 }
 
+QString nameOf(Settings::ServerPort rule) {
+    return rule == Settings::ServerPort::Split ? QStringLiteral("split") : QStringLiteral("keep");
+}
+
 class Reader {
 public:
     explicit Reader(Settings& settings) : m_settings(settings) {}
@@ -55,6 +63,7 @@ public:
                     QStringLiteral("wiersz %1: niezrozumiały wpis \"%2\", pominięty.").arg(number).arg(line));
         }
         settleDriverDefaults();
+        tellBadValues();
     }
 
     void problem(const QString& text) { m_settings.Problems.append(text); }
@@ -95,10 +104,10 @@ private:
             if (CodePage::isKnown(entry.value))
                 m_settings.CodePageName = entry.value;
             else
-                bad(entry, m_settings.CodePageName);
+                bad(entry, [this] { return m_settings.CodePageName; });
         } else if (entry.is(text, QLatin1String("RegionalFormat"))) {
             if (!RegionalFormat::fromLocale(entry.value, m_settings.Regional))
-                bad(entry, m_settings.Regional.Locale);
+                bad(entry, [this] { return m_settings.Regional.Locale; });
         } else {
             unknown(entry);
         }
@@ -112,7 +121,7 @@ private:
         if (!isDrive)
             unknown(entry);
         else if (!QDir::isAbsolutePath(entry.value))
-            bad(entry, letter == QLatin1String("C") ? Paths::driveC() : QString());
+            bad(entry, [this, letter] { return folderInUse(letter[0]); });
         else if (letter == QLatin1String("C"))
             m_settings.PathMapping.DriveC = entry.value;
         else
@@ -125,14 +134,20 @@ private:
         if (names.size() != 2)
             unknown(entry);
         else if (!QDir::isAbsolutePath(entry.value))
-            bad(entry, QString());
+            bad(entry, [this, names] { return m_settings.PathMapping.Shares.value(names.join(u'\\')); });
         else
             m_settings.PathMapping.Shares.insert(names.join(u'\\'), entry.value);
     }
 
+    QString folderInUse(QChar drive) const {
+        if (drive != u'C')
+            return m_settings.PathMapping.Drives.value(drive);
+        return m_settings.PathMapping.DriveC.isEmpty() ? Paths::driveC() : m_settings.PathMapping.DriveC;
+    }
+
     void takeNonEmpty(const Entry& entry, QString& target) {
         if (entry.value.isEmpty())
-            bad(entry, target);
+            bad(entry, [&target] { return target; });
         else
             target = entry.value;
     }
@@ -140,7 +155,7 @@ private:
     void takeKeywords(const Entry& entry) {
         for (const QString& piece : entry.value.split(u';', Qt::SkipEmptyParts)) {
             if (piece.indexOf(u'=') < 1) {
-                bad(entry, m_settings.OdbcKeywords);
+                bad(entry, [this] { return m_settings.OdbcKeywords; });
                 return;
             }
         }
@@ -152,7 +167,7 @@ private:
         const bool split = entry.value.compare(QLatin1String("split"), Qt::CaseInsensitive) == 0;
         const bool keep = entry.value.compare(QLatin1String("keep"), Qt::CaseInsensitive) == 0;
         if (!split && !keep) {
-            bad(entry, QStringLiteral("split"));
+            bad(entry, [this] { return nameOf(m_settings.OdbcServerPort); });
             return;
         }
         m_settings.OdbcServerPort = split ? Settings::ServerPort::Split : Settings::ServerPort::Keep;
@@ -165,7 +180,7 @@ private:
         if (isNumber && port >= 0 && port <= 65535)
             m_settings.OdbcDefaultPort = port;
         else
-            bad(entry, QString::number(m_settings.OdbcDefaultPort));
+            bad(entry, [this] { return QString::number(m_settings.OdbcDefaultPort); });
     }
 
     /// The other defaults of [Odbc] are those of FreeTDS; another driver would not know its keywords.
@@ -178,18 +193,35 @@ private:
             m_settings.OdbcServerPort = Settings::ServerPort::Keep;
     }
 
-    void bad(const Entry& entry, const QString& inUse) {
-        QString text = entry.name() + QStringLiteral(": niepoprawna wartość \"") + entry.value + u'"';
-        text += inUse.isEmpty() ? QStringLiteral(", wpis pominięty.")
-                                : QStringLiteral(", w użyciu jest \"") + inUse + QStringLiteral("\".");
-        problem(text);
+    /// What is in use instead is known once the whole file is read: other lines may set the key, and the
+    /// driver decides about defaults. Until then an empty text keeps the place among the problems.
+    void bad(const Entry& entry, std::function<QString()> inUse) {
+        m_bad.append({m_settings.Problems.size(), entry, std::move(inUse)});
+        problem(QString());
+    }
+
+    void tellBadValues() {
+        for (const BadValue& one : std::as_const(m_bad)) {
+            const QString inUse = one.inUse();
+            m_settings.Problems[one.place] =
+                one.entry.name() + QStringLiteral(": niepoprawna wartość \"") + one.entry.value + u'"' +
+                (inUse.isEmpty() ? QStringLiteral(", wpis pominięty.")
+                                 : QStringLiteral(", w użyciu jest \"") + inUse + QStringLiteral("\"."));
+        }
     }
 
     void unknown(const Entry& entry) {
         problem(entry.name() + QStringLiteral(": nieznany klucz, pominięty."));
     }
 
+    struct BadValue {
+        qsizetype place;
+        Entry entry;
+        std::function<QString()> inUse;
+    };
+
     Settings& m_settings;
+    QList<BadValue> m_bad;
     bool m_keywordsGiven = false;
     bool m_serverPortGiven = false;
 };

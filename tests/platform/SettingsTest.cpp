@@ -123,6 +123,35 @@ TEST(Settings, AnotherDriverDoesNotGetTheKeywordsOfFreeTds) {
     EXPECT_EQ(settings.OdbcServerPort, Settings::ServerPort::Keep);
 }
 
+TEST(Settings, AMessageNamesTheValueThatTheDriverLeavesInUse) {
+    const QByteArray bad = "Keywords=nonsense\nServerPort=sideways\n";
+    const QStringList ofFreeTds = loaded("[Odbc]\n" + bad).Problems;
+    EXPECT_EQ(ofFreeTds,
+              QStringList({QStringLiteral("[Odbc] Keywords: niepoprawna wartość \"nonsense\", w użyciu "
+                                          "jest \"TDS_Version=7.4;ClientCharset=UTF-8\"."),
+                           QStringLiteral("[Odbc] ServerPort: niepoprawna wartość \"sideways\", w "
+                                          "użyciu jest \"split\".")}));
+    const QStringList ofAnother{
+        QStringLiteral("[Odbc] Keywords: niepoprawna wartość \"nonsense\", wpis pominięty."),
+        QStringLiteral("[Odbc] ServerPort: niepoprawna wartość \"sideways\", w użyciu jest \"keep\".")};
+    const QByteArray driver = "Driver=ODBC Driver 17 for SQL Server\n";
+    EXPECT_EQ(loaded("[Odbc]\n" + driver + bad).Problems, ofAnother);
+    EXPECT_EQ(loaded("[Odbc]\n" + bad + driver).Problems, ofAnother);
+}
+
+TEST(Settings, AMessageNamesTheValueThatAnotherLineLeavesInUse) {
+    const Settings settings = loaded(
+        "[Odbc]\nServerPort=sideways\nServerPort=keep\n[Drives]\nD=relative\nD=/srv/d\nC=relative\nC=/srv/c\n"
+        "[Shares]\n\\\\srv\\x=relative\n\\\\SRV\\x=/mnt/x\n");
+    ASSERT_EQ(settings.Problems.size(), 4);
+    const QStringList inUse{QStringLiteral("keep"), QStringLiteral("/srv/d"), QStringLiteral("/srv/c"),
+                            QStringLiteral("/mnt/x")};
+    for (qsizetype i = 0; i < inUse.size(); ++i)
+        EXPECT_TRUE(settings.Problems[i].endsWith(QStringLiteral(", w użyciu jest \"") + inUse[i] +
+                                                  QStringLiteral("\".")))
+            << settings.Problems[i].toStdString();
+}
+
 TEST(Settings, GarbageIsReportedAndHarmless) {
     QByteArray garbage;
     for (int i = 0; i < 4000; ++i)
