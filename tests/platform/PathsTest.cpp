@@ -171,7 +171,9 @@ TEST_F(PathsTest, OfFoldersInsideEachOtherTheDeepestNamesTheFile) {
     Paths::Mapping mapping = Paths::mapping();
     mapping.Drives.insert(u'K', at("c/Regalon/Ikony/"));
     mapping.Drives.insert(u'L', at("c/Regalon/Ikony/x"));
+    mapping.Drives.insert(u'Z', m_home.path());
     Paths::setMapping(mapping);
+    EXPECT_EQ(Paths::fromFile(at("c/Regalon/connect.txt")), QStringLiteral("C:\\Regalon\\connect.txt"));
     EXPECT_EQ(Paths::fromFile(at("c/Regalon/Ikony/x.ico")), QStringLiteral("K:\\x.ico"));
 }
 
