@@ -87,10 +87,16 @@ TEST(ControlArray, ALoadedElementTakesTheDesignButIsHidden) {
     EXPECT_EQ(scene.items().size(), 1);
 }
 
-TEST(ControlArray, AReusedElementHasTheDesignOfANewOne) {
+/// Pictures whose template lies on a scene, as on a plan.
+class ControlArrayOnAScene : public ::testing::Test {
+protected:
+    ControlArrayOnAScene() : array(QStringLiteral("imglocation")) { scene.addItem(&array[0]); }
+
     QGraphicsScene scene;
-    Pictures array(QStringLiteral("imglocation"));
-    scene.addItem(&array[0]);
+    Pictures array;
+};
+
+TEST_F(ControlArrayOnAScene, AReusedElementHasTheDesignOfANewOne) {
     array.setReuse(true);
     const PictureItem* first = &array.Load(1);
     array[1].setLeft(300);
@@ -108,10 +114,7 @@ TEST(ControlArray, AReusedElementHasTheDesignOfANewOne) {
     EXPECT_EQ(array.Count(), 2);
 }
 
-TEST(ControlArray, AWaitingElementIsFoundUnderNoNameUntilItIsReused) {
-    QGraphicsScene scene;
-    Pictures array(QStringLiteral("imglocation"));
-    scene.addItem(&array[0]);
+TEST_F(ControlArrayOnAScene, AWaitingElementIsFoundUnderNoNameUntilItIsReused) {
     array.setReuse(true);
     const PictureItem* first = &array.Load(1);
     array[1].setTag(QStringLiteral("1_1_1_1_LC_2"));
@@ -126,10 +129,7 @@ TEST(ControlArray, AWaitingElementIsFoundUnderNoNameUntilItIsReused) {
     EXPECT_EQ(again.tag(), QString());
 }
 
-TEST(ControlArray, WhatNobodyReusedGoesWithTheReuse) {
-    QGraphicsScene scene;
-    Pictures array(QStringLiteral("imglocation"));
-    scene.addItem(&array[0]);
+TEST_F(ControlArrayOnAScene, WhatNobodyReusedGoesWithTheReuse) {
     array.Load(1);
     array.Load(2);
     array.setReuse(true);

@@ -56,17 +56,6 @@ protected:
     }
     bool targetExists() const { return QFile::exists(inRegalon(QStringLiteral("connect.txt"))); }
 
-    static ConnectionSettings sample() {
-        ConnectionSettings settings;
-        settings.Login = QStringLiteral("sa");
-        settings.Haslo = QStringLiteral("hasło");
-        settings.Server = QStringLiteral("SRV1");
-        settings.Baza = QStringLiteral("WMS");
-        settings.LoginSAP = QStringLiteral("manager");
-        settings.HasloSAP = QStringLiteral("tajne");
-        return settings;
-    }
-
     std::unique_ptr<frmZapisParamPlik> editor;
 };
 
@@ -93,22 +82,22 @@ TEST_F(ConnectionEditor, HasTheCaptionsOfItsDesign) {
 }
 
 TEST_F(ConnectionEditor, ShowsTheFileOfTheCommandLineAndWritesToTheDefaultOne) {
-    openOn(sample());
-    EXPECT_EQ(field(QStringLiteral("txtSerwerName"))->text(), QStringLiteral("SRV1"));
+    openOn(sampleSettings());
+    EXPECT_EQ(field(QStringLiteral("txtSerwerName"))->text(), QStringLiteral("SRV1,1433"));
     EXPECT_EQ(field(QStringLiteral("txtLogin"))->text(), QStringLiteral("sa"));
-    EXPECT_EQ(field(QStringLiteral("txtHaslo"))->text(), QStringLiteral("hasło"));
+    EXPECT_EQ(field(QStringLiteral("txtHaslo"))->text(), QStringLiteral("zażółć"));
     EXPECT_EQ(combo()->currentText(), QStringLiteral("WMS"));
     retype(QStringLiteral("txtSerwerName"), QStringLiteral("SRV2"));
     press(QStringLiteral("przOK"));
     EXPECT_EQ(written().Server, QStringLiteral("SRV2"));
-    EXPECT_EQ(written().Haslo, QStringLiteral("hasło"));
+    EXPECT_EQ(written().Haslo, QStringLiteral("zażółć"));
     ConnectionSettings read;
     ConnectionFile::read(context.ConnectionFilePath, read);
-    EXPECT_EQ(read.Server, QStringLiteral("SRV1"));
+    EXPECT_EQ(read.Server, QStringLiteral("SRV1,1433"));
 }
 
 TEST_F(ConnectionEditor, AsksBeforeItWritesAndTellsThatItDid) {
-    openOn(sample());
+    openOn(sampleSettings());
     press(QStringLiteral("przOK"));
     ASSERT_EQ(messages.count(), 2);
     EXPECT_EQ(messages.messages()[0].Text,
@@ -123,7 +112,7 @@ TEST_F(ConnectionEditor, AsksBeforeItWritesAndTellsThatItDid) {
 }
 
 TEST_F(ConnectionEditor, ClosesWithoutWritingWhenTheAnswerIsNo) {
-    openOn(sample());
+    openOn(sampleSettings());
     messages.answer(MsgResult::No);
     press(QStringLiteral("przOK"));
     EXPECT_EQ(messages.count(), 1);
@@ -132,7 +121,7 @@ TEST_F(ConnectionEditor, ClosesWithoutWritingWhenTheAnswerIsNo) {
 }
 
 TEST_F(ConnectionEditor, CancelClosesWithoutAQuestion) {
-    openOn(sample());
+    openOn(sampleSettings());
     press(QStringLiteral("przAnuluj"));
     EXPECT_EQ(messages.count(), 0);
     EXPECT_FALSE(targetExists());
@@ -141,7 +130,7 @@ TEST_F(ConnectionEditor, CancelClosesWithoutAQuestion) {
 
 TEST_F(ConnectionEditor, SavingRemovesTheSapValuesFromTheFile) {
     context.ConnectionFilePath = target;
-    ConnectionFile::write(target, sample());
+    ConnectionFile::write(target, sampleSettings());
     open();
     press(QStringLiteral("przOK"));
     EXPECT_EQ(written().LoginSAP, QString());
@@ -150,8 +139,8 @@ TEST_F(ConnectionEditor, SavingRemovesTheSapValuesFromTheFile) {
 }
 
 TEST_F(ConnectionEditor, LeavesTheSettingsOfTheRunAsTheyAre) {
-    context.Settings = sample();
-    openOn(sample());
+    context.Settings = sampleSettings();
+    openOn(sampleSettings());
     retype(QStringLiteral("txtLogin"), QStringLiteral("ktos"));
     press(QStringLiteral("przOK"));
     EXPECT_EQ(context.Settings.Login, QStringLiteral("sa"));
@@ -168,7 +157,7 @@ TEST_F(ConnectionEditor, OpensEmptyOnAMissingFile) {
 }
 
 TEST_F(ConnectionEditor, ShowsWhyTheFileCannotBeWrittenAndStaysOpen) {
-    openOn(sample());
+    openOn(sampleSettings());
     // A folder in the place of the file refuses everybody, root too.
     ASSERT_TRUE(QDir().mkpath(inRegalon(QStringLiteral("connect.txt"))));
     press(QStringLiteral("przOK"));
@@ -181,7 +170,7 @@ TEST_F(ConnectionEditor, ShowsWhyTheFileCannotBeWrittenAndStaysOpen) {
 }
 
 TEST_F(ConnectionEditor, ShowsThatTheFolderIsMissing) {
-    openOn(sample());
+    openOn(sampleSettings());
     ASSERT_TRUE(QDir(inRegalon(QString())).removeRecursively());
     press(QStringLiteral("przOK"));
     EXPECT_TRUE(messages.last().Text.startsWith(QStringLiteral("76\r\n")))

@@ -3,6 +3,7 @@
 #include "platform/Paths.h"
 #include "platform/RunTimeError.h"
 #include "shell/ConnectionFile.h"
+#include "shell/ShellFixture.h"
 #include "shell/clsCrypt.h"
 
 #include <QDir>
@@ -19,6 +20,8 @@
 namespace regalon {
 namespace {
 
+using test::sampleSettings;
+
 ConnectionSettings parsed(const QString& line) {
     ConnectionSettings settings;
     ConnectionFile::parse(line, settings);
@@ -27,17 +30,6 @@ ConnectionSettings parsed(const QString& line) {
 
 QByteArray fileOf(const QString& plain) {
     return CodePage::fromText(clsCrypt().DecryptString(plain)) + "\r\n";
-}
-
-ConnectionSettings sample() {
-    ConnectionSettings settings;
-    settings.Login = QStringLiteral("sa");
-    settings.Haslo = QStringLiteral("zażółć");
-    settings.Server = QStringLiteral("SRV1,1433");
-    settings.Baza = QStringLiteral("WMS");
-    settings.LoginSAP = QStringLiteral("manager");
-    settings.HasloSAP = QStringLiteral("tajne");
-    return settings;
 }
 
 class ConnectionFileOnDisk : public ::testing::Test {
@@ -59,10 +51,10 @@ protected:
     }
     QString after(const QByteArray& bytes) {
         put(bytes);
-        return ConnectionFile::compose(readOver(sample()));
+        return ConnectionFile::compose(readOver(sampleSettings()));
     }
 
-    const QString untouched = ConnectionFile::compose(sample());
+    const QString untouched = ConnectionFile::compose(sampleSettings());
     QTemporaryDir m_folder;
 };
 
@@ -111,7 +103,7 @@ TEST(ConnectionLine, IgnoresWhatStandsBehindTheLastSemicolon) {
 }
 
 TEST_F(ConnectionFileOnDisk, IsOneScrambledLineThatReadsBack) {
-    ConnectionFile::write(path(), sample());
+    ConnectionFile::write(path(), sampleSettings());
     const QByteArray bytes = get();
     EXPECT_TRUE(bytes.startsWith("QX"));
     EXPECT_TRUE(bytes.endsWith("\r\n"));
@@ -129,7 +121,7 @@ TEST(ConnectionFileOfAnotherRun, ReadsTheSame) {
 }
 
 TEST_F(ConnectionFileOnDisk, CanBeReadByItsOwnerOnly) {
-    ConnectionFile::write(path(), sample());
+    ConnectionFile::write(path(), sampleSettings());
     struct stat status = {};
     ASSERT_EQ(stat(qPrintable(path()), &status), 0);
     EXPECT_EQ(status.st_mode & 0777U, 0600U);
@@ -137,21 +129,21 @@ TEST_F(ConnectionFileOnDisk, CanBeReadByItsOwnerOnly) {
     QFile::remove(path());
     put("old");
     ASSERT_TRUE(QFile::setPermissions(path(), QFile::Permissions(0x6666)));
-    ConnectionFile::write(path(), sample());
+    ConnectionFile::write(path(), sampleSettings());
     ASSERT_EQ(stat(qPrintable(path()), &status), 0);
     EXPECT_EQ(status.st_mode & 0777U, 0600U);
 }
 
 TEST_F(ConnectionFileOnDisk, ThatIsMissingOrEmptyOrTruncatedLeavesTheSettings) {
-    EXPECT_EQ(ConnectionFile::compose(readOver(sample())), untouched);
+    EXPECT_EQ(ConnectionFile::compose(readOver(sampleSettings())), untouched);
     EXPECT_EQ(after(""), untouched);
     EXPECT_EQ(after("\r\n"), untouched);
     EXPECT_EQ(after("QX"), untouched);
     const QByteArray whole = fileOf(QStringLiteral("Login:other;Haslo:abc;"));
     EXPECT_EQ(after(whole.left(10)), untouched);
     put(whole.left(3 + 12 + 4));
-    EXPECT_EQ(readOver(sample()).Login, QStringLiteral("other"));
-    EXPECT_EQ(readOver(sample()).Haslo, QStringLiteral("zażółć"));
+    EXPECT_EQ(readOver(sampleSettings()).Login, QStringLiteral("other"));
+    EXPECT_EQ(readOver(sampleSettings()).Haslo, QStringLiteral("zażółć"));
 }
 
 TEST_F(ConnectionFileOnDisk, OfGarbageLeavesTheSettings) {
@@ -167,7 +159,7 @@ TEST_F(ConnectionFileOnDisk, OfGarbageLeavesTheSettings) {
 }
 
 TEST_F(ConnectionFileOnDisk, ThatIsAFolderLeavesTheSettings) {
-    ConnectionSettings settings = sample();
+    ConnectionSettings settings = sampleSettings();
     ConnectionFile::read(m_folder.path(), settings);
     ConnectionFile::read({}, settings);
     ConnectionFile::read(QStringLiteral("Q:\\nowhere\\connect.txt"), settings);
@@ -175,7 +167,7 @@ TEST_F(ConnectionFileOnDisk, ThatIsAFolderLeavesTheSettings) {
 }
 
 TEST_F(ConnectionFileOnDisk, ThatIsTooLongLosesItsLastSettings) {
-    ConnectionSettings settings = sample();
+    ConnectionSettings settings = sampleSettings();
     settings.Haslo = QString(250, u'h');
     ConnectionFile::write(path(), settings);
     EXPECT_EQ(get().size(), ConnectionFile::compose(settings).size() + 4 + 2);
@@ -199,7 +191,7 @@ TEST_F(ConnectionFileOnDisk, EndsItsLineAtCrLfOrACrOrLfAlone) {
 
 TEST_F(ConnectionFileOnDisk, StaysAsItWasWhenACharacterCannotBeScrambled) {
     put("old");
-    ConnectionSettings settings = sample();
+    ConnectionSettings settings = sampleSettings();
     settings.Haslo = QString(60, u'a') + CodePage::charOf(255);
     EXPECT_THROW(ConnectionFile::write(path(), settings), RunTimeError);
     EXPECT_EQ(get(), "old");
@@ -229,7 +221,7 @@ TEST_F(ConnectionFileOnDisk, StaysAsItWasWhenTheNewOneCannotBeWrittenToItsEnd) {
     put("old");
     {
         const FileSizeLimit limit(10);
-        EXPECT_THROW(ConnectionFile::write(path(), sample()), RunTimeError);
+        EXPECT_THROW(ConnectionFile::write(path(), sampleSettings()), RunTimeError);
     }
     EXPECT_EQ(get(), "old");
     EXPECT_EQ(QDir(m_folder.path()).entryList(QDir::Files), QStringList{QStringLiteral("connect.txt")});
@@ -259,7 +251,7 @@ TEST_F(ConnectionFileOnDisk, ThatIsReadOnlyIsNotReplaced) {
     {
         const OrdinaryUser user;
         try {
-            ConnectionFile::write(path(), sample());
+            ConnectionFile::write(path(), sampleSettings());
         } catch (const RunTimeError& error) {
             number = error.number();
         }
@@ -272,14 +264,15 @@ TEST_F(ConnectionFileOnDisk, BehindALinkIsReplacedAndTheLinkStays) {
     put("old");
     const QString link = m_folder.filePath(QStringLiteral("link.txt"));
     ASSERT_TRUE(QFile::link(path(), link));
-    ConnectionFile::write(link, sample());
+    ConnectionFile::write(link, sampleSettings());
     EXPECT_TRUE(QFileInfo(link).isSymLink());
     EXPECT_EQ(ConnectionFile::compose(readOver({})), untouched);
 }
 
 TEST_F(ConnectionFileOnDisk, InAMissingFolderFails) {
-    EXPECT_THROW(ConnectionFile::write(m_folder.filePath(QStringLiteral("no/such/connect.txt")), sample()),
-                 RunTimeError);
+    EXPECT_THROW(
+        ConnectionFile::write(m_folder.filePath(QStringLiteral("no/such/connect.txt")), sampleSettings()),
+        RunTimeError);
 }
 
 }  // namespace

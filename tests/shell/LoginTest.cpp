@@ -28,6 +28,12 @@ protected:
         ConnectionFile::write(file, settings);
         return logIn();
     }
+    /// With the settings of the server but for one.
+    bool logInWith(QString ConnectionSettings::*setting, const QString& value) {
+        ConnectionSettings settings = settingsOf(warehouse);
+        settings.*setting = value;
+        return logIn(settings);
+    }
     bool logIn() {
         context.ConnectionFilePath = file;
         return TestConnection(context);
@@ -85,59 +91,43 @@ TEST_F(Login, WithoutAServerSaysThatTheServerIsNotThere) {
 }
 
 TEST_F(Login, WithAWrongPortSaysThatTheServerIsNotThere) {
-    ConnectionSettings settings = settingsOf(warehouse);
-    settings.Server = QStringLiteral("127.0.0.1,1");
-    EXPECT_FALSE(logIn(settings));
+    EXPECT_FALSE(logInWith(&ConnectionSettings::Server, QStringLiteral("127.0.0.1,1")));
     expectNoServer();
 }
 
 TEST_F(Login, WithAnUnknownServerNameSaysThatTheServerIsNotThere) {
-    ConnectionSettings settings = settingsOf(warehouse);
-    settings.Server = QStringLiteral("no-such-host.invalid");
-    EXPECT_FALSE(logIn(settings));
+    EXPECT_FALSE(logInWith(&ConnectionSettings::Server, QStringLiteral("no-such-host.invalid")));
     expectNoServer();
 }
 
 TEST_F(Login, WithAWrongPasswordSaysThatTheLoginIsWrong) {
-    ConnectionSettings settings = settingsOf(warehouse);
-    settings.Haslo = QStringLiteral("inne");
-    EXPECT_FALSE(logIn(settings));
+    EXPECT_FALSE(logInWith(&ConnectionSettings::Haslo, QStringLiteral("inne")));
     expectRefused();
 }
 
 TEST_F(Login, WithAnUnknownUserSaysThatTheLoginIsWrong) {
-    ConnectionSettings settings = settingsOf(warehouse);
-    settings.Login = QStringLiteral("nikt");
-    EXPECT_FALSE(logIn(settings));
+    EXPECT_FALSE(logInWith(&ConnectionSettings::Login, QStringLiteral("nikt")));
     expectRefused();
 }
 
 TEST_F(Login, WithoutALoginSaysThatTheLoginIsWrong) {
-    ConnectionSettings settings = settingsOf(warehouse);
-    settings.Login.clear();
-    EXPECT_FALSE(logIn(settings));
+    EXPECT_FALSE(logInWith(&ConnectionSettings::Login, QString()));
     expectRefused();
 }
 
 TEST_F(Login, WithoutALoginAndWithoutAServerSaysThatTheServerIsNotThere) {
-    ConnectionSettings settings = settingsOf(warehouse);
-    settings.Login.clear();
     warehouse.kill();
-    EXPECT_FALSE(logIn(settings));
+    EXPECT_FALSE(logInWith(&ConnectionSettings::Login, QString()));
     expectNoServer();
 }
 
 TEST_F(Login, TakesAPasswordInBracesAsItStands) {
-    ConnectionSettings settings = settingsOf(warehouse);
-    settings.Haslo = u'{' + LocalWarehouse::password() + u'}';
-    EXPECT_FALSE(logIn(settings));
+    EXPECT_FALSE(logInWith(&ConnectionSettings::Haslo, u'{' + LocalWarehouse::password() + u'}'));
     expectRefused();
 }
 
 TEST_F(Login, WithAnUnknownDatabaseShowsNumberAndTextOfTheServer) {
-    ConnectionSettings settings = settingsOf(warehouse);
-    settings.Baza = QStringLiteral("NIEMA");
-    EXPECT_FALSE(logIn(settings));
+    EXPECT_FALSE(logInWith(&ConnectionSettings::Baza, QStringLiteral("NIEMA")));
     ASSERT_EQ(messages.count(), 1);
     const MsgBoxRecorder::Message message = messages.last();
     EXPECT_EQ(message.Title, QStringLiteral("frmLogin: Sub cmdOK_Click"));

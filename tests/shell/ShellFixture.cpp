@@ -46,6 +46,17 @@ ClosedDefaultPort::~ClosedDefaultPort() {
     useDatabaseSettings(Settings());
 }
 
+ConnectionSettings sampleSettings() {
+    ConnectionSettings settings;
+    settings.Login = QStringLiteral("sa");
+    settings.Haslo = QStringLiteral("zażółć");
+    settings.Server = QStringLiteral("SRV1,1433");
+    settings.Baza = QStringLiteral("WMS");
+    settings.LoginSAP = QStringLiteral("manager");
+    settings.HasloSAP = QStringLiteral("tajne");
+    return settings;
+}
+
 ShellFixture::ShellFixture() {
     useDriveC(m_drive.path());
 }

@@ -51,6 +51,9 @@ public:
     ClosedDefaultPort& operator=(const ClosedDefaultPort&) = delete;
 };
 
+/// Settings of a site that no test connects to, a value for every key.
+ConnectionSettings sampleSettings();
+
 /// Drive C of this test, recorded messages and a program context.
 class ShellFixture : public ::testing::Test {
 protected:
