@@ -1,7 +1,6 @@
 #include "map/MapCanvas.h"
 
 #include "map/MapConstants.h"
-#include "platform/Twips.h"
 
 namespace regalon {
 
@@ -26,7 +25,7 @@ constexpr QColor kFloor(252, 251, 247);
 }  // namespace
 
 MapCanvas::MapCanvas(int widthTwips, int heightTwips, QWidget* parent)
-    : QGraphicsView(parent),
+    : PlanSurface(widthTwips, heightTwips, parent),
       m_stands(QStringLiteral("imgBookStand")),
       m_locations(QStringLiteral("imglocation")),
       m_frames(QStringLiteral("lnnFrameBookStand")),
@@ -34,18 +33,7 @@ MapCanvas::MapCanvas(int widthTwips, int heightTwips, QWidget* parent)
       m_previewLocations(QStringLiteral("imglocationWath")),
       m_previewFrames(QStringLiteral("lnnFrameBookStandWath")) {
     setObjectName(QStringLiteral("MapCanvas"));
-    setFrameShape(QFrame::NoFrame);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    setAlignment(Qt::AlignLeft | Qt::AlignTop);
     setBackgroundBrush(kFloor);
-    setFocusPolicy(Qt::NoFocus);
-    // A rebuild replaces everything: an index of positions and a list of dirty regions would only cost time.
-    m_scene.setItemIndexMethod(QGraphicsScene::NoIndex);
-    setViewportUpdateMode(QGraphicsView::FullViewportUpdate);
-    m_scene.setSceneRect(0, 0, toPixelsF(widthTwips), toPixelsF(heightTwips));
-    setScene(&m_scene);
-    setFixedSize(toPixels(widthTwips), toPixels(heightTwips));
     addTemplates();
     addWalls();
 }
@@ -63,13 +51,13 @@ void MapCanvas::addTemplates() {
          {&m_stands, &m_locations, &m_previewStands, &m_previewLocations}) {
         PictureItem& design = (*pictures)[0];
         design.setVisible(false);
-        m_scene.addItem(&design);
+        add(design);
     }
     for (ControlArray<LineItem>* lines : {&m_frames, &m_previewFrames}) {
         LineItem& design = (*lines)[0];
         design.setEnds(kTemplateLineX, kTemplateLineY1, kTemplateLineX, kTemplateLineY2);
         design.setVisible(false);
-        m_scene.addItem(&design);
+        add(design);
     }
     m_stands[0].setClickHandler([this](PictureItem& item) { Q_EMIT standClicked(item.index()); });
     m_locations[0].setClickHandler([this](PictureItem& item) { Q_EMIT locationClicked(item.index()); });
@@ -80,7 +68,7 @@ void MapCanvas::addWalls() {
         auto line = std::make_unique<LineItem>(QStringLiteral("Line%1").arg(wall + 1));
         line->setEnds(kWalls[wall].x1, kWalls[wall].y1, kWalls[wall].x2, kWalls[wall].y2);
         line->setBorderWidth(kWallWidth);
-        m_scene.addItem(line.get());
+        add(*line);
         m_walls[wall] = std::move(line);
     }
 }

@@ -2,9 +2,7 @@
 
 #include "platform/ControlArray.h"
 #include "platform/PlanItems.h"
-
-#include <QGraphicsScene>
-#include <QGraphicsView>
+#include "platform/PlanSurface.h"
 
 #include <array>
 #include <memory>
@@ -12,9 +10,8 @@
 namespace regalon {
 
 /// The surface of a map window: the plan's pictures and lines over the hall. Element 0 of each array is a
-/// hidden template that takes no part in the plan. The view shows the whole surface at its natural size and
-/// never scrolls; positions in the arrays are twips from its top left corner.
-class MapCanvas : public QGraphicsView {
+/// hidden template that takes no part in the plan.
+class MapCanvas : public PlanSurface {
     Q_OBJECT
 
 public:
@@ -55,8 +52,6 @@ private:
     void addTemplates();
     void addWalls();
 
-    // The arrays come after the scene: their items leave it before it goes.
-    QGraphicsScene m_scene;
     ControlArray<PictureItem> m_stands;
     ControlArray<PictureItem> m_locations;
     ControlArray<LineItem> m_frames;
