@@ -161,6 +161,14 @@ private:
         std::string alias;  ///< SQLite's
         std::string from;
     };
+    /// What UPDATE and DELETE begin with: WITH, then the target in the open scope.
+    template <class Statement>
+    [[nodiscard]] ChangeTarget beginChange(const Statement& statement);
+    /// A query of the target's rows, whose first column is their rowid.
+    [[nodiscard]] static BoundQuery rowsOf(const ChangeTarget& target);
+    /// WHERE and TOP of UPDATE and DELETE; closes the scope.
+    template <class Statement>
+    [[nodiscard]] Plan finishChange(const Statement& statement, BoundQuery& bound);
     [[nodiscard]] ChangeTarget changeTarget(const tsql::TableTarget& target,
                                             const std::vector<tsql::TableSourcePtr>& from);
     [[nodiscard]] Source rowSource(const Table& table, const std::string& name, int firstIndex);

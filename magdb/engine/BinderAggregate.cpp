@@ -186,20 +186,10 @@ std::string Binder::overClause(const tsql::Window& window) {
 
 Bound Binder::windowed(const tsql::FunctionExpr& node, const std::string& name) {
     if (!node.over) {
-        throw SqlError([&] {
-            ServerMessage message = serverMessage(195, {name});
-            message.number = 10753;
-            message.text = "The function '" + node.name.name + "' must have an OVER clause.";
-            return message;
-        }());
+        raise(10753, {node.name.name});
     }
     if (m_scope == nullptr || !m_scope->aggregatesAllowed) {
-        throw SqlError([] {
-            ServerMessage message = serverMessage(195, {""});
-            message.number = 4108;
-            message.text = "Windowed functions can only appear in the SELECT or ORDER BY clauses.";
-            return message;
-        }());
+        raise(4108);
     }
     std::vector<std::string>* const captured = std::exchange(m_captured, nullptr);
     Bound result;

@@ -16,12 +16,7 @@ std::shared_ptr<const Table> Binder::targetTable(const tsql::TableTarget& target
     if (!target.variable.empty()) {
         const Variable* variable = m_context.variable(target.variable);
         if (variable == nullptr || !variable->table) {
-            throw SqlError([&] {
-                ServerMessage message = serverMessage(137, {target.variable});
-                message.number = 1087;
-                message.text = "Must declare the table variable \"" + target.variable + "\".";
-                return message;
-            }());
+            raise(1087, {target.variable});
         }
         return variable->table;
     }
@@ -285,12 +280,7 @@ Binder::ChangeTarget Binder::changeTarget(const tsql::TableTarget& target,
             for (const Source& source : m_scope->sources) {
                 if (source.table && source.table->physical == named->physical) {
                     if (match != nullptr) {
-                        throw SqlError([&] {
-                            ServerMessage message = serverMessage(209, {name});
-                            message.number = 8154;
-                            message.text = "The table '" + name + "' is ambiguous.";
-                            return message;
-                        }());
+                        raise(8154, {name});
                     }
                     match = &source;
                 }
@@ -317,18 +307,18 @@ Binder::ChangeTarget Binder::changeTarget(const tsql::TableTarget& target,
     return result;
 }
 
-UpdatePlan Binder::update(const tsql::UpdateStatement& statement) {
-    UpdatePlan plan;
+template <class Statement>
+Binder::ChangeTarget Binder::beginChange(const Statement& statement) {
     for (const tsql::CommonTable& common : statement.with) {
         CommonEntry entry;
         entry.table = &common;
         m_commons.push_back(std::move(entry));
     }
     m_commonsVisible = m_commons.size();
-    Scope scope;
-    m_scope = &scope;
-    const ChangeTarget target = changeTarget(statement.target, statement.from);
-    plan.target = target.table;
+    return changeTarget(statement.target, statement.from);
+}
+
+BoundQuery Binder::rowsOf(const ChangeTarget& target) {
     BoundQuery bound;
     bound.tail = target.from;
     Bound rowid;
@@ -336,6 +326,31 @@ UpdatePlan Binder::update(const tsql::UpdateStatement& statement) {
     rowid.type = plainType(TypeId::BigInt);
     bound.items.push_back(rowid);
     bound.names.emplace_back();
+    return bound;
+}
+
+template <class Statement>
+Plan Binder::finishChange(const Statement& statement, BoundQuery& bound) {
+    if (statement.where) {
+        bound.tail += " WHERE " + where(*statement.where);
+    }
+    if (statement.top) {
+        if (statement.top->percent) {
+            refuse("TOP ... PERCENT");
+        }
+        bound.limit = " LIMIT " + limitCount(*statement.top->count);
+    }
+    m_scope = nullptr;
+    return finish(bound);
+}
+
+UpdatePlan Binder::update(const tsql::UpdateStatement& statement) {
+    UpdatePlan plan;
+    Scope scope;
+    m_scope = &scope;
+    const ChangeTarget target = beginChange(statement);
+    plan.target = target.table;
+    BoundQuery bound = rowsOf(target);
     std::vector<Bound> variableValues;
     // A variable that the statement sets has, in its expressions, the value that the row before left.
     std::unordered_map<std::string, SqlType> accumulators;
@@ -412,17 +427,7 @@ UpdatePlan Binder::update(const tsql::UpdateStatement& statement) {
         bound.items.push_back(value);
         bound.names.emplace_back();
     }
-    if (statement.where) {
-        bound.tail += " WHERE " + where(*statement.where);
-    }
-    if (statement.top) {
-        if (statement.top->percent) {
-            refuse("TOP ... PERCENT");
-        }
-        bound.limit = " LIMIT " + limitCount(*statement.top->count);
-    }
-    m_scope = nullptr;
-    plan.source = finish(bound);
+    plan.source = finishChange(statement, bound);
     if (statement.output) {
         plan.output = output(*statement.output, *plan.target);
     }
@@ -431,34 +436,12 @@ UpdatePlan Binder::update(const tsql::UpdateStatement& statement) {
 
 DeletePlan Binder::remove(const tsql::DeleteStatement& statement) {
     DeletePlan plan;
-    for (const tsql::CommonTable& common : statement.with) {
-        CommonEntry entry;
-        entry.table = &common;
-        m_commons.push_back(std::move(entry));
-    }
-    m_commonsVisible = m_commons.size();
     Scope scope;
     m_scope = &scope;
-    const ChangeTarget target = changeTarget(statement.target, statement.from);
+    const ChangeTarget target = beginChange(statement);
     plan.target = target.table;
-    BoundQuery bound;
-    bound.tail = target.from;
-    Bound rowid;
-    rowid.sql = target.alias + ".rowid";
-    rowid.type = plainType(TypeId::BigInt);
-    bound.items.push_back(rowid);
-    bound.names.emplace_back();
-    if (statement.where) {
-        bound.tail += " WHERE " + where(*statement.where);
-    }
-    if (statement.top) {
-        if (statement.top->percent) {
-            refuse("TOP ... PERCENT");
-        }
-        bound.limit = " LIMIT " + limitCount(*statement.top->count);
-    }
-    m_scope = nullptr;
-    plan.source = finish(bound);
+    BoundQuery bound = rowsOf(target);
+    plan.source = finishChange(statement, bound);
     if (statement.output) {
         plan.output = output(*statement.output, *plan.target);
     }

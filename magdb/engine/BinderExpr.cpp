@@ -148,13 +148,7 @@ Bound Binder::exprPlain(const tsql::Expr& node) {
             const auto& collate = as<tsql::CollateExpr>(node);
             Bound bound = expr(*collate.operand);
             if (!isText(bound.type) && !bound.isNullLiteral()) {
-                throw SqlError([&] {
-                    ServerMessage message = serverMessage(8117, {baseName(bound.type.id), "COLLATE"});
-                    message.number = 447;
-                    message.text =
-                        "Expression type " + baseName(bound.type.id) + " is invalid for COLLATE clause.";
-                    return message;
-                }());
+                raise(447, {baseName(bound.type.id)});
             }
             bound.order = textOrder(collate.collation);
             return bound;

@@ -206,13 +206,7 @@ void Binder::star(const tsql::SelectItem& item, BoundQuery& out) {
     }
     if (!known) {
         if (qualifier.empty()) {
-            throw SqlError([] {
-                ServerMessage message = serverMessage(102, {"*"});
-                message.number = 263;
-                message.severity = 16;
-                message.text = "Must specify table to select from.";
-                return message;
-            }());
+            raise(263);
         }
         raise(107, {item.starQualifier.back()});
     }

@@ -80,15 +80,7 @@ void Binder::addSource(Source source) {
     }
     for (const Source& other : m_scope->sources) {
         if (!source.hidden && !other.hidden && sameName(other.name, source.name)) {
-            throw SqlError([&] {
-                ServerMessage message = serverMessage(107, {source.name});
-                message.number = 1013;
-                message.severity = 16;
-                message.text = "The objects \"" + other.name + "\" and \"" + source.name +
-                               "\" in the FROM clause have the same exposed names. Use correlation names to "
-                               "distinguish them.";
-                return message;
-            }());
+            raise(1013, {other.name, source.name});
         }
     }
     m_scope->sources.push_back(std::move(source));
@@ -111,12 +103,7 @@ std::string Binder::source(const tsql::TableSource& node, bool optional) {
             const auto& table = tsql::as<tsql::VariableTable>(node);
             const Variable* variable = m_context.variable(table.name);
             if (variable == nullptr || !variable->table) {
-                throw SqlError([&] {
-                    ServerMessage message = serverMessage(137, {table.name});
-                    message.number = 1087;
-                    message.text = "Must declare the table variable \"" + table.name + "\".";
-                    return message;
-                }());
+                raise(1087, {table.name});
             }
             return tableSource(variable->table, table.alias.empty() ? table.name : table.alias,
                                !table.alias.empty(), optional);

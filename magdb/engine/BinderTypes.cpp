@@ -41,20 +41,13 @@ SqlType commonDecimal(const SqlType& left, const SqlType& right) {
     return decimalType(std::min(38, whole + scale), scale);
 }
 
-int declaredLength(const tsql::DataType& type, int position, int fallback, int limit) {
+int declaredLength(const tsql::DataType& type, int fallback, int limit) {
     if (type.max) {
         return -1;
     }
     const int length = type.length.value_or(fallback);
     if (length < 1 || length > limit) {
-        throw SqlError([&] {
-            ServerMessage message = serverMessage(2716, {std::to_string(position), type.name});
-            message.number = 131;
-            message.severity = 15;
-            message.text = "The size (" + std::to_string(length) + ") given to the type '" + type.name +
-                           "' exceeds the maximum allowed for any data type (8000).";
-            return message;
-        }());
+        raise(131, {std::to_string(length), type.name});
     }
     return length;
 }
@@ -123,7 +116,7 @@ SqlType resolveType(const tsql::DataType& type, int position, bool inCast) {
     }
     if (const auto found = kText.find(name); found != kText.end()) {
         const bool wide = found->second == TypeId::NChar || found->second == TypeId::NVarChar;
-        return textType(found->second, declaredLength(type, position, inCast ? 30 : 1, wide ? 4000 : 8000));
+        return textType(found->second, declaredLength(type, inCast ? 30 : 1, wide ? 4000 : 8000));
     }
     if (name == "decimal" || name == "numeric") {
         const int precision = type.length.value_or(18);

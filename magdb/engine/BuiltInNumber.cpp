@@ -93,12 +93,7 @@ Bound bindRand(FunctionBinder& call) {
 std::string part(FunctionBinder& call) {
     const std::optional<DatePart> known = datePart(call.node.datePart);
     if (!known) {
-        throw SqlError([&] {
-            ServerMessage message = serverMessage(195, {call.node.datePart});
-            message.number = 155;
-            message.text = "'" + call.node.datePart + "' is not a recognized " + call.name + " option.";
-            return message;
-        }());
+        raise(155, {call.node.datePart, call.name});
     }
     return std::to_string(static_cast<int>(*known));
 }

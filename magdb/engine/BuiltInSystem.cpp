@@ -43,14 +43,7 @@ Bound bindCoalesce(FunctionBinder& call) {
         result.nullable = result.nullable && value.nullable;
     }
     if (type.id == TypeId::Null) {
-        throw SqlError([] {
-            ServerMessage message = serverMessage(8133);
-            message.number = 4127;
-            message.text =
-                "At least one of the arguments to COALESCE must be an expression that is not the "
-                "NULL constant.";
-            return message;
-        }());
+        raise(4127);
     }
     result.type = type;
     result.sql = "coalesce(";
@@ -65,14 +58,7 @@ Bound bindNullIf(FunctionBinder& call) {
     const Bound left = call.argument(0);
     const Bound right = call.argument(1);
     if (left.isNullLiteral()) {
-        throw SqlError([] {
-            ServerMessage message = serverMessage(8133);
-            message.number = 4151;
-            message.text =
-                "The type of the first argument to NULLIF cannot be the NULL constant because the "
-                "type of the first argument has to be known.";
-            return message;
-        }());
+        raise(4151);
     }
     Bound result = left;
     result.constant.reset();

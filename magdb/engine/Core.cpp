@@ -96,12 +96,20 @@ RowWriter& Core::childWriter(const std::string& tableName) {
     return *writer;
 }
 
-bool Core::runBatch(std::string_view text, ResultSink& sink) {
+void Core::beginRequest(ResultSink& sink) {
     m_cancelled = false;
     m_sink = &sink;
+    leaveFrames();
+}
+
+void Core::leaveFrames() {
     m_frame = &m_idle;
     m_tryDepth = 0;
     m_caught.clear();
+}
+
+bool Core::runBatch(std::string_view text, ResultSink& sink) {
+    beginRequest(sink);
     bool completed = false;
     try {
         if (!m_connection.inTransaction()) {
@@ -117,9 +125,7 @@ bool Core::runBatch(std::string_view text, ResultSink& sink) {
         m_sink = nullptr;
         throw;
     }
-    m_frame = &m_idle;
-    m_caught.clear();
-    m_tryDepth = 0;
+    leaveFrames();
     if (m_doomed) {
         rollbackUnit();
         m_ownSchema.reset();
@@ -188,11 +194,7 @@ void Core::endTopBatch(Frame& frame) noexcept {
 
 CallOutcome Core::runProcedure(std::string_view name, std::vector<CallParameter> parameters,
                                ResultSink& sink) {
-    m_cancelled = false;
-    m_sink = &sink;
-    m_frame = &m_idle;
-    m_tryDepth = 0;
-    m_caught.clear();
+    beginRequest(sink);
     CallOutcome outcome;
     try {
         if (!m_connection.inTransaction()) {
@@ -228,8 +230,7 @@ CallOutcome Core::runProcedure(std::string_view name, std::vector<CallParameter>
         m_sink = nullptr;
         throw;
     }
-    m_frame = &m_idle;
-    m_caught.clear();
+    leaveFrames();
     m_sink = nullptr;
     return outcome;
 }

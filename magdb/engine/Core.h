@@ -122,6 +122,9 @@ private:
 
     // Requests (Core.cpp)
     struct Argument;
+    void beginRequest(ResultSink& sink);
+    /// Whatever ran is over, also when it was left by an error.
+    void leaveFrames();
     bool runTopBatch(const std::string& text);
     void endTopBatch(Frame& frame) noexcept;
     void callFromClient(std::string_view name, std::vector<Argument>& arguments, CallOutcome& outcome);

@@ -198,14 +198,7 @@ void like(FunctionCall& call) {
     if (call.count() > 3) {
         const std::u16string units = toUtf16(call.text(3));
         if (units.size() != 1) {
-            throw SqlError([&] {
-                ServerMessage message = serverMessage(102, {""});
-                message.number = 506;
-                message.severity = 16;
-                message.text = "The invalid escape character \"" + std::string(call.text(3)) +
-                               "\" was specified in a LIKE predicate.";
-                return message;
-            }());
+            raise(506, {call.text(3)});
         }
         escape = units.front();
     }
@@ -236,12 +229,7 @@ void dateAdd(FunctionCall& call) {
     const auto part = static_cast<DatePart>(call.integer(0));
     const bool date = call.type(3).id == TypeId::Date;
     if (date && part >= DatePart::Hour) {
-        throw SqlError([] {
-            ServerMessage message = serverMessage(517, {"date"});
-            message.number = 9810;
-            message.text = "The datepart is not supported by date function dateadd for data type date.";
-            return message;
-        }());
+        raise(9810);
     }
     giveDate(call, addPart(part, call.integer(1), dateArgument(call, 2)), date ? "date" : "datetime");
 }
@@ -287,14 +275,7 @@ void dateFromParts(FunctionCall& call) {
     const std::int64_t day = call.integer(2);
     if (year < 1 || year > 9999 || month < 1 || month > 12 || day < 1 ||
         day > daysInMonth(static_cast<int>(year), static_cast<int>(month))) {
-        throw SqlError([] {
-            ServerMessage message = serverMessage(241);
-            message.number = 289;
-            message.text =
-                "Cannot construct data type date, some of the arguments have values which are not "
-                "valid.";
-            return message;
-        }());
+        raise(289);
     }
     call.give(DateTimeValue{
         daysFromCivil({static_cast<int>(year), static_cast<int>(month), static_cast<int>(day)}), 0});
@@ -339,14 +320,7 @@ void catalogCall(FunctionCall& call) {
 
 void level(FunctionCall& call) {
     if (call.integer(1) > 0 && call.integer(0) > call.integer(1)) {
-        throw SqlError([&] {
-            ServerMessage message = serverMessage(217);
-            message.number = 530;
-            message.text = "The statement terminated. The maximum recursion " +
-                           std::to_string(call.integer(1)) +
-                           " has been exhausted before statement completion.";
-            return message;
-        }());
+        raise(530, {std::to_string(call.integer(1))});
     }
     call.giveInteger(call.integer(0));
 }

@@ -339,14 +339,7 @@ void translate(FunctionCall& call) {
     const std::u32string from = toUtf32(call.text(1));
     const std::u32string with = toUtf32(call.text(2));
     if (from.size() != with.size()) {
-        throw SqlError([] {
-            ServerMessage message = serverMessage(536, {"TRANSLATE"});
-            message.number = 9828;
-            message.text =
-                "The second and third arguments of the TRANSLATE built-in function must contain an "
-                "equal number of characters.";
-            return message;
-        }());
+        raise(9828);
     }
     std::u16string result;
     for (const char16_t unit : toUtf16(call.text(0))) {

@@ -16,6 +16,28 @@ bool makesTable(const tsql::QueryBody& body) {
                : tsql::as<tsql::SelectBody>(body).into.has_value();
 }
 
+/// True for statements that change rows or definitions and do nothing else.
+bool changesDatabase(tsql::StatementKind kind) {
+    using Kind = tsql::StatementKind;
+    switch (kind) {
+        case Kind::Insert:
+        case Kind::Update:
+        case Kind::Delete:
+        case Kind::Truncate:
+        case Kind::CreateTable:
+        case Kind::AlterTable:
+        case Kind::CreateIndex:
+        case Kind::DropIndex:
+        case Kind::DropObject:
+        case Kind::CreateView:
+        case Kind::CreateProcedure:
+        case Kind::CreateFunction:
+            return true;
+        default:
+            return false;
+    }
+}
+
 }  // namespace
 
 Flow Core::runList(const tsql::StatementList& statements) {
@@ -84,53 +106,19 @@ bool Core::isSkipped(const tsql::Statement& statement) const {
         return false;
     }
     // Only what describes results runs, without its rows.
-    switch (statement.kind) {
-        case Kind::Select:
-            return makesTable(*tsql::as<tsql::SelectStatement>(statement).query->body);
-        case Kind::Insert:
-        case Kind::Update:
-        case Kind::Delete:
-        case Kind::Truncate:
-        case Kind::CreateTable:
-        case Kind::AlterTable:
-        case Kind::CreateIndex:
-        case Kind::DropIndex:
-        case Kind::DropObject:
-        case Kind::CreateView:
-        case Kind::CreateProcedure:
-        case Kind::CreateFunction:
-        case Kind::Transaction:
-            return true;
-        default:
-            return false;
-    }
+    return statement.kind == Kind::Select
+               ? makesTable(*tsql::as<tsql::SelectStatement>(statement).query->body)
+               : statement.kind == Kind::Transaction || changesDatabase(statement.kind);
 }
 
 bool Core::opensTransaction(const tsql::Statement& statement) {
     using Kind = tsql::StatementKind;
-    switch (statement.kind) {
-        case Kind::Select: {
-            const tsql::QueryBody& body = *tsql::as<tsql::SelectStatement>(statement).query->body;
-            return body.kind != tsql::QueryBodyKind::Select || !tsql::as<tsql::SelectBody>(body).from.empty();
-        }
-        case Kind::Insert:
-        case Kind::Update:
-        case Kind::Delete:
-        case Kind::Truncate:
-        case Kind::OpenCursor:
-        case Kind::FetchCursor:
-        case Kind::CreateTable:
-        case Kind::AlterTable:
-        case Kind::CreateIndex:
-        case Kind::DropIndex:
-        case Kind::DropObject:
-        case Kind::CreateView:
-        case Kind::CreateProcedure:
-        case Kind::CreateFunction:
-            return true;
-        default:
-            return false;
+    if (statement.kind == Kind::Select) {
+        const tsql::QueryBody& body = *tsql::as<tsql::SelectStatement>(statement).query->body;
+        return body.kind != tsql::QueryBodyKind::Select || !tsql::as<tsql::SelectBody>(body).from.empty();
     }
+    return statement.kind == Kind::OpenCursor || statement.kind == Kind::FetchCursor ||
+           changesDatabase(statement.kind);
 }
 
 Flow Core::dispatch(const tsql::Statement& statement) {

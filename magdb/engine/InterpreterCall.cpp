@@ -349,14 +349,7 @@ void Core::bindArguments(const std::vector<tsql::Parameter>& parameters, const s
             }
             target = static_cast<std::size_t>(found - parameters.begin());
         } else if (named) {
-            throw SqlError([&] {
-                ServerMessage message = serverMessage(8144, {procedure});
-                message.number = 119;
-                message.severity = 15;
-                message.text = "Must pass parameter number " + std::to_string(i + 1) +
-                               " and subsequent parameters as '@name = value'.";
-                return message;
-            }());
+            raise(119, {std::to_string(i + 1)});
         }
         if (given[target]) {
             raise(8143, {parameters[target].name});

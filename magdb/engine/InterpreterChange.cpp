@@ -295,13 +295,7 @@ void Core::runTruncate(const tsql::TruncateStatement& statement) {
     UnitOfWork unit(*this, !table->local, false);
     table = tableToChange(statement.table);
     if (!m_schema->referencing(table->name).empty() && !table->local) {
-        throw SqlError([&] {
-            ServerMessage message = serverMessage(3726, {table->name});
-            message.number = 4712;
-            message.text = "Cannot truncate table '" + table->name +
-                           "' because it is being referenced by a FOREIGN KEY constraint.";
-            return message;
-        }());
+        raise(4712, {table->name});
     }
     m_connection.execute("DELETE FROM " + table->physical);
     setLastIdentity(*table, std::nullopt);

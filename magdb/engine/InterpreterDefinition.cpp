@@ -168,13 +168,7 @@ void Core::finishTable(Table& table) {
             sameName(key.referenced, table.name) ? nullptr : m_schema->findTable(key.referenced);
         const Table* parent = sameName(key.referenced, table.name) ? &table : other.get();
         if (parent == nullptr) {
-            throw SqlError([&] {
-                ServerMessage message = serverMessage(1776, {key.referenced, key.name});
-                message.number = 1767;
-                message.text =
-                    "Foreign key '" + key.name + "' references invalid table '" + key.referenced + "'.";
-                return message;
-            }());
+            raise(1767, {key.name, key.referenced});
         }
         if (key.referencedColumns.empty()) {
             for (const Key& candidate : parent->keys) {

@@ -139,12 +139,7 @@ void Core::runRaiseError(const tsql::RaiseErrorStatement& statement) {
         Format format;
         std::size_t end = at + 1;
         if (!readFormat(text, end, format)) {
-            throw SqlError([&] {
-                ServerMessage bad = serverMessage(2748, {"", ""});
-                bad.number = 2787;
-                bad.text = "Invalid format specification: '" + text.substr(at, 20) + "'.";
-                return bad;
-            }());
+            raise(2787, {text.substr(at, 20)});
         }
         at = end;
         for (std::string* star : {&format.width, &format.precision}) {
@@ -168,13 +163,7 @@ void Core::runRaiseError(const tsql::RaiseErrorStatement& statement) {
             }
             message.text += padded(shown, format);
         } else if (isText(type)) {
-            throw SqlError([&] {
-                ServerMessage bad = serverMessage(2748, {"", ""});
-                bad.number = 2786;
-                bad.text = "The data type of substitution parameter " + std::to_string(next) +
-                           " does not match the expected type of the format specification.";
-                return bad;
-            }());
+            raise(2786, {std::to_string(next)});
         } else {
             message.text += formatNumber(std::get<std::int64_t>(value), format);
         }
@@ -219,14 +208,7 @@ void Core::runThrow(const tsql::ThrowStatement& statement) {
     const Value text = evaluateAs(*statement.message, textType(TypeId::NVarChar, 2048));
     message.number = isNull(number) ? 0 : static_cast<int>(std::get<std::int64_t>(number));
     if (message.number < 50000) {
-        throw SqlError([&] {
-            ServerMessage bad = serverMessage(2732, {std::to_string(message.number)});
-            bad.number = 35100;
-            bad.text = "Error number " + std::to_string(message.number) +
-                       " in the THROW statement is outside the valid range. Specify an error number in the "
-                       "valid range of 50000 to 2147483647.";
-            return bad;
-        }());
+        raise(35100, {std::to_string(message.number)});
     }
     message.severity = 16;
     message.state =

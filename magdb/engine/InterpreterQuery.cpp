@@ -25,13 +25,7 @@ void Core::runSelect(const tsql::SelectStatement& statement) {
         return;
     }
     if (m_frame->isFunction) {
-        throw SqlError([] {
-            ServerMessage message = serverMessage(178);
-            message.number = 444;
-            message.severity = 16;
-            message.text = "Select statements included within a function cannot return data to a client.";
-            return message;
-        }());
+        raise(444);
     }
     sendRows(select.query);
 }
@@ -81,16 +75,7 @@ void Core::selectInto(SelectPlan& select) {
     table->name = select.into->name;
     for (const ResultColumn& result : select.query.columns) {
         if (result.name.empty()) {
-            throw SqlError([&] {
-                ServerMessage message = serverMessage(8155, {"", ""});
-                message.number = 1038;
-                message.severity = 15;
-                message.text =
-                    "An object or column name is missing or empty. For SELECT INTO statements, verify "
-                    "each column has a name. For other statements, look for empty alias names. Aliases "
-                    "defined as \"\" or [] are not allowed. Change the alias to a valid name.";
-                return message;
-            }());
+            raise(1038);
         }
         if (table->columnIndex(result.name) >= 0) {
             raise(2705, {result.name, table->name});

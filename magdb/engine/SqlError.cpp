@@ -37,6 +37,7 @@ constexpr std::array kMessages = {
         116, 16, 1,
         "Only one expression can be specified in the select list when the subquery is not introduced "
         "with EXISTS."},
+    KnownMessage{119, 15, 2, "Must pass parameter number %1 and subsequent parameters as '@name = value'."},
     KnownMessage{120, 15, 1,
                  "The select list for the INSERT statement contains fewer items than the insert list. The "
                  "number of SELECT values must match the number of INSERT columns."},
@@ -46,6 +47,9 @@ constexpr std::array kMessages = {
     KnownMessage{
         130, 15, 1,
         "Cannot perform an aggregate function on an expression containing an aggregate or a subquery."},
+    KnownMessage{
+        131, 15, 1,
+        "The size (%1) given to the type '%2' exceeds the maximum allowed for any data type (8000)."},
     KnownMessage{134, 15, 2,
                  "The variable name '%1' has already been declared. Variable names must be unique within a "
                  "query batch or stored procedure."},
@@ -60,6 +64,7 @@ constexpr std::array kMessages = {
     KnownMessage{147, 15, 1,
                  "An aggregate may not appear in the WHERE clause unless it is in a subquery contained in a "
                  "HAVING clause or a select list, and the column being aggregated is an outer reference."},
+    KnownMessage{155, 15, 10, "'%1' is not a recognized %2 option."},
     KnownMessage{156, 15, 1, "Incorrect syntax near the keyword '%1'."},
     KnownMessage{157, 15, 1, "An aggregate may not appear in the set list of an UPDATE statement."},
     KnownMessage{164, 15, 1,
@@ -97,6 +102,7 @@ constexpr std::array kMessages = {
         257, 16, 3,
         "Implicit conversion from data type %1 to %2 is not allowed. Use the CONVERT function to run "
         "this query."},
+    KnownMessage{263, 16, 1, "Must specify table to select from."},
     KnownMessage{264, 16, 1,
                  "The column name '%1' is specified more than once in the SET clause or column list of an "
                  "INSERT. A column cannot be assigned more than one value in the same clause. Modify the "
@@ -110,6 +116,8 @@ constexpr std::array kMessages = {
         "The column \"%1\" cannot be modified because it is either a computed column or is the result "
         "of a UNION operator."},
     KnownMessage{281, 16, 1, "%1 is not a valid style number when converting from %2 to a character string."},
+    KnownMessage{289, 16, 1,
+                 "Cannot construct data type date, some of the arguments have values which are not valid."},
     KnownMessage{306, 16, 2,
                  "The text, ntext, and image data types cannot be compared or sorted, except when using IS "
                  "NULL or LIKE operator."},
@@ -126,6 +134,9 @@ constexpr std::array kMessages = {
         "contains an OUTPUT clause without INTO clause."},
     KnownMessage{402, 16, 1, "The data types %1 and %2 are incompatible in the %3 operator."},
     KnownMessage{421, 16, 1, "The %1 data type cannot be selected as DISTINCT because it is not comparable."},
+    KnownMessage{444, 16, 1, "Select statements included within a function cannot return data to a client."},
+    KnownMessage{447, 16, 1, "Expression type %1 is invalid for COLLATE clause."},
+    KnownMessage{506, 16, 1, "The invalid escape character \"%1\" was specified in a LIKE predicate."},
     KnownMessage{
         512, 16, 1,
         "Subquery returned more than 1 value. This is not permitted when the subquery follows =, !=, "
@@ -135,6 +146,9 @@ constexpr std::array kMessages = {
                  "fails."},
     KnownMessage{517, 16, 1, "Adding a value to a '%1' column caused an overflow."},
     KnownMessage{529, 16, 2, "Explicit conversion from data type %1 to %2 is not allowed."},
+    KnownMessage{
+        530, 16, 1,
+        "The statement terminated. The maximum recursion %1 has been exhausted before statement completion."},
     KnownMessage{535, 16, 0,
                  "The datediff function resulted in an overflow. The number of dateparts separating two "
                  "date/time instances is too large. Try to use datediff with a less precise datepart."},
@@ -152,7 +166,16 @@ constexpr std::array kMessages = {
         547, 16, 0,
         "The %1 statement conflicted with the %2 constraint \"%3\". The conflict occurred in database "
         "\"%4\", table \"%5\"%6."},
+    KnownMessage{628, 16, 1, "Cannot issue SAVE TRANSACTION when there is no active transaction."},
     KnownMessage{911, 16, 1, "Database '%1' does not exist. Make sure that the name is entered correctly."},
+    KnownMessage{1013, 16, 1,
+                 "The objects \"%1\" and \"%2\" in the FROM clause have the same exposed names. Use "
+                 "correlation names to distinguish them."},
+    KnownMessage{1038, 15, 2,
+                 "An object or column name is missing or empty. For SELECT INTO statements, verify each "
+                 "column has a name. For other statements, look for empty alias names. Aliases defined as "
+                 "\"\" or [] are not allowed. Change the alias to a valid name."},
+    KnownMessage{1087, 15, 2, "Must declare the table variable \"%1\"."},
     KnownMessage{1205, 13, 51,
                  "Transaction (Process ID %1) was deadlocked on lock resources with another process and has "
                  "been chosen as the deadlock victim. Rerun the transaction."},
@@ -161,6 +184,7 @@ constexpr std::array kMessages = {
                  "The CREATE UNIQUE INDEX statement terminated because a duplicate key was found for the "
                  "object name '%1' and the index name '%2'. The duplicate key value is (%3)."},
     KnownMessage{1750, 16, 1, "Could not create constraint or index. See previous errors."},
+    KnownMessage{1767, 16, 0, "Foreign key '%1' references invalid table '%2'."},
     KnownMessage{1776, 16, 0,
                  "There are no primary or candidate keys in the referenced table '%1' that match the "
                  "referencing column list in the foreign key '%2'."},
@@ -198,6 +222,10 @@ constexpr std::array kMessages = {
     KnownMessage{2749, 16, 2,
                  "Identity column '%1' must be of data type int, bigint, smallint, tinyint, or decimal or "
                  "numeric with a scale of 0, unencrypted, and constrained to be nonnullable."},
+    KnownMessage{2786, 16, 1,
+                 "The data type of substitution parameter %1 does not match the expected type of the format "
+                 "specification."},
+    KnownMessage{2787, 16, 1, "Invalid format specification: '%1'."},
     KnownMessage{2812, 16, 62, "Could not find stored procedure '%1'."},
     KnownMessage{3609, 16, 1, "The transaction ended in the trigger. The batch has been aborted."},
     KnownMessage{3616, 16, 1,
@@ -220,13 +248,20 @@ constexpr std::array kMessages = {
                  "back."},
     KnownMessage{4060, 11, 1, "Cannot open database \"%1\" requested by the login. The login failed."},
     KnownMessage{4104, 16, 1, "The multi-part identifier \"%1\" could not be bound."},
+    KnownMessage{4108, 15, 10, "Windowed functions can only appear in the SELECT or ORDER BY clauses."},
     KnownMessage{4121, 16, 1,
                  "Cannot find either column \"%1\" or the user-defined function or aggregate \"%2\", or the "
                  "name is ambiguous."},
     KnownMessage{
+        4127, 16, 1,
+        "At least one of the arguments to COALESCE must be an expression that is not the NULL constant."},
+    KnownMessage{
         4145, 15, 1,
         "An expression of non-boolean type specified in a context where a condition is expected, near "
         "'%1'."},
+    KnownMessage{4151, 16, 1,
+                 "The type of the first argument to NULLIF cannot be the NULL constant because the type of "
+                 "the first argument has to be known."},
     KnownMessage{4405, 16, 1,
                  "View or function '%1' is not updatable because the modification affects multiple base "
                  "tables."},
@@ -236,6 +271,8 @@ constexpr std::array kMessages = {
     KnownMessage{4502, 16, 1, "View or function '%1' has more column names specified than columns defined."},
     KnownMessage{4511, 16, 1,
                  "Create View or Function failed because no column name was specified for column %1."},
+    KnownMessage{4712, 16, 1,
+                 "Cannot truncate table '%1' because it is being referenced by a FOREIGN KEY constraint."},
     KnownMessage{4901, 16, 1,
                  "ALTER TABLE only allows columns to be added that can contain nulls, or have a DEFAULT "
                  "definition specified, or the column being added is an identity or timestamp column, or "
@@ -282,6 +319,7 @@ constexpr std::array kMessages = {
     KnownMessage{8145, 16, 2, "%1 is not a parameter for procedure %2."},
     KnownMessage{8146, 16, 2, "Procedure %1 has no parameters and arguments were supplied."},
     KnownMessage{8152, 16, 13, "String or binary data would be truncated."},
+    KnownMessage{8154, 16, 1, "The table '%1' is ambiguous."},
     KnownMessage{8155, 16, 2, "No column name was specified for column %1 of '%2'."},
     KnownMessage{8156, 16, 1, "The column '%1' was specified multiple times for '%2'."},
     KnownMessage{8158, 16, 1, "'%1' has more columns than were specified in the column list."},
@@ -302,10 +340,15 @@ constexpr std::array kMessages = {
         "The query processor ran out of internal resources and could not produce a query plan. This is "
         "a rare event and only expected for extremely complex queries or queries that reference a very "
         "large number of tables or partitions. Please simplify the query."},
+    KnownMessage{9810, 16, 1, "The datepart is not supported by date function dateadd for data type date."},
+    KnownMessage{9828, 16, 1,
+                 "The second and third arguments of the TRANSLATE built-in function must contain an equal "
+                 "number of characters."},
     KnownMessage{10700, 16, 1, "The table-valued parameter \"%1\" is READONLY and cannot be modified."},
     KnownMessage{10704, 16, 1,
                  "To rethrow an error, a THROW statement must be used inside a CATCH block. Insert the THROW "
                  "statement inside a CATCH block, or add error parameters to the THROW statement."},
+    KnownMessage{10753, 15, 10, "The function '%1' must have an OVER clause."},
     KnownMessage{14274, 16, 1, "%1"},
     KnownMessage{15009, 11, 1,
                  "The object '%1' does not exist in database '%2' or is invalid for this operation."},
@@ -322,6 +365,9 @@ constexpr std::array kMessages = {
                  "columns."},
     KnownMessage{16950, 16, 2, "The variable '%1' does not currently have a cursor allocated to it."},
     KnownMessage{18456, 14, 1, "Login failed for user '%1'."},
+    KnownMessage{35100, 16, 1,
+                 "Error number %1 in the THROW statement is outside the valid range. Specify an error number "
+                 "in the valid range of 50000 to 2147483647."},
     // Numbers of this server alone, above those that RAISERROR and THROW use for programs.
     KnownMessage{40517, 16, 1, "This server does not support %1."},
     KnownMessage{40001, 16, 1, "The database file reported a failure: %1."},

@@ -312,12 +312,7 @@ void Core::runTransaction(const tsql::TransactionStatement& statement) {
             break;
         case tsql::TransactionStatement::Action::Save:
             if (m_tranCount == 0) {
-                throw SqlError([] {
-                    ServerMessage message = serverMessage(3902);
-                    message.number = 628;
-                    message.text = "Cannot issue SAVE TRANSACTION when there is no active transaction.";
-                    return message;
-                }());
+                raise(628);
             }
             m_connection.execute("SAVEPOINT " + quoted("save_" + nameKey(name)));
             m_schemaAtSavepoint[nameKey(name)] = m_schema;

@@ -146,6 +146,10 @@ bool Parser::isName(std::size_t ahead) const {
 std::string Parser::name() {
     if (!isName())
         failHere();
+    return nameText();
+}
+
+std::string Parser::nameText() {
     std::string text = decode(token());
     if (text.empty())
         fail(1038, std::string(kEmptyName));
@@ -158,15 +162,9 @@ bool Parser::isAlias() const {
 }
 
 std::string Parser::alias() {
-    if (isName())
-        return name();
     if (!isAlias())
         failHere();
-    std::string text = decode(token());
-    if (text.empty())
-        fail(1038, std::string(kEmptyName));
-    advance();
-    return text;
+    return nameText();
 }
 
 std::string Parser::variableName() {

@@ -81,6 +81,8 @@ private:
     // ------------------------------------------------------------------ names and types
     [[nodiscard]] bool isName(std::size_t ahead = 0) const;
     std::string name();
+    /// The text of the current token, which must not be empty.
+    std::string nameText();
     /// An alias: a name or a string.
     [[nodiscard]] bool isAlias() const;
     std::string alias();

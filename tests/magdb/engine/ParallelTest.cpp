@@ -11,6 +11,32 @@ using namespace magdb;
 
 namespace {
 
+/// Cancels a session again and again, from a thread of its own: one cancel could come before its time.
+class Canceller {
+public:
+    explicit Canceller(Session& session)
+        : m_thread([this, &session] {
+              while (!m_ended) {
+                  std::this_thread::sleep_for(std::chrono::milliseconds(5));  // wait: paces the cancels
+                  session.cancel();
+              }
+          }) {}
+    ~Canceller() { stop(); }
+    Canceller(const Canceller&) = delete;
+    Canceller& operator=(const Canceller&) = delete;
+
+    void stop() {
+        m_ended = true;
+        if (m_thread.joinable()) {
+            m_thread.join();
+        }
+    }
+
+private:
+    std::atomic<bool> m_ended{false};
+    std::thread m_thread;
+};
+
 class Parallel : public testing::Test {
 protected:
     Parallel() : engine(folder.file("STOCK.db")) {
@@ -96,17 +122,10 @@ TEST_F(Parallel, CancelStopsALoopAndUndoesItsCall) {
     runBatch(*session,
              "CREATE PROCEDURE forever AS BEGIN UPDATE t SET v = 1 DECLARE @i int = 0 "
              "WHILE 1 = 1 SET @i = (@i + 1) % 1000 END");
-    std::atomic<bool> ended{false};
-    std::thread stopper([&] {
-        while (!ended) {
-            std::this_thread::sleep_for(std::chrono::milliseconds(5));  // wait: paces the cancels
-            session->cancel();
-        }
-    });
     Collector sink;
+    Canceller canceller(*session);
     const CallOutcome outcome = session->executeProcedure("forever", {}, sink);
-    ended = true;
-    stopper.join();
+    canceller.stop();
     EXPECT_TRUE(outcome.failed);
     EXPECT_TRUE(sink.messages.empty());
     EXPECT_EQ(number(*session, "SELECT SUM(v) FROM t"), 0);
@@ -114,20 +133,13 @@ TEST_F(Parallel, CancelStopsALoopAndUndoesItsCall) {
 
 TEST_F(Parallel, CancelStopsOneLongStatement) {
     const auto session = engine.connectAsOwner();
-    std::atomic<bool> ended{false};
-    std::thread stopper([&] {
-        while (!ended) {
-            std::this_thread::sleep_for(std::chrono::milliseconds(5));  // wait: paces the cancels
-            session->cancel();
-        }
-    });
     Collector sink;
+    Canceller canceller(*session);
     const bool completed = session->executeBatch(
         "WITH n (i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n) SELECT COUNT(*) FROM n OPTION (MAXRECURSION "
         "0)",
         sink);
-    ended = true;
-    stopper.join();
+    canceller.stop();
     EXPECT_FALSE(completed);
     EXPECT_EQ(number(*session, "SELECT 7"), 7);
 }
@@ -136,17 +148,10 @@ TEST_F(Parallel, CancelEndsTheWaitForATurn) {
     const auto first = engine.connectAsOwner();
     runBatch(*first, "BEGIN TRAN UPDATE t SET v = 100");
     const auto second = engine.connectAsOwner();
-    std::atomic<bool> ended{false};
-    std::thread stopper([&] {
-        while (!ended) {
-            std::this_thread::sleep_for(std::chrono::milliseconds(5));  // wait: paces the cancels
-            second->cancel();
-        }
-    });
     Collector sink;
+    Canceller canceller(*second);
     EXPECT_FALSE(second->executeBatch("UPDATE t SET v = 5", sink));
-    ended = true;
-    stopper.join();
+    canceller.stop();
     runBatch(*first, "ROLLBACK");
     EXPECT_EQ(number(*second, "SELECT SUM(v) FROM t"), 0);
 }
