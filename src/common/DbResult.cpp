@@ -15,7 +15,7 @@ namespace {
 
 // A block takes so many bytes of all its columns together, and at most so many rows: small enough for the
 // first read of a session, large enough that a list of a thousand rows is a handful of fetches.
-constexpr qsizetype blockBytes = 128 * 1024;
+constexpr qsizetype blockBytes = qsizetype{128} * 1024;
 constexpr qsizetype blockMaxRows = 256;
 // Longer declared texts, and those without a length, are read in pieces.
 constexpr SQLULEN longestBoundText = 8000;
@@ -298,7 +298,7 @@ void ResultReader::readPieces(DbTable& table) {
 }
 
 QVariant ResultReader::pieceValue(SQLUSMALLINT position, Column& column) {
-    constexpr size_t pieceBytes = 16 * 1024;
+    constexpr size_t pieceBytes = size_t{16} * 1024;
     const size_t capacity = std::max(pieceBytes, static_cast<size_t>(column.width));
     if (column.block.size() < capacity) {
         column.block.resize(capacity);
