@@ -39,9 +39,13 @@ void makeHeaders(ListView& lvw, const DbRecordset& rs, bool skipHidden, bool bln
 
 // A first column is a national text or a whole number; any other text fails here, unless it reads as a
 // number.
-QString firstCellText(const DbField& field) {
-    const QVariant value = NullToValue(field.Value(), 0);
-    return field.Type() == DbType::NationalVarChar ? ToText(value) : QString::number(ToInt32(value));
+ListItem* addRow(ListView& lvw, const QVariant& first, int type) {
+    ListItem* item = lvw.addItem(first.isValid() ? ToText(first) : QString::number(0));
+    if (type != DbType::NationalVarChar) {
+        // The row stands before its text is converted: a text that fails stays in the list as it is.
+        item->setText(QString::number(ToInt32(NullToValue(first, 0))));
+    }
+    return item;
 }
 
 // Positions of the result's columns that make cells behind the first one. Headers can be left from a narrower
@@ -57,23 +61,19 @@ QVector<int> cellColumns(const ListView& lvw, const DbRecordset& rs, int firstFi
     return columns;
 }
 
-void addRows(ListView& lvw, DbRecordset& rs, bool blnLp) {
+// Reads the cells where they lie in the result: a list may have tens of thousands of rows, and in a search
+// the user waits for them at each key stroke.
+void addRows(ListView& lvw, const DbRecordset& rs, bool blnLp) {
     const QVector<int> columns = cellColumns(lvw, rs, blnLp ? 0 : 1);
-    int rowCounter = rs.RecordCount() + 1;
-    for (; !rs.Eof(); rs.MoveNext()) {
-        --rowCounter;
-        const DbFields fields = rs.Fields();
-        ListItem* item = nullptr;
-        if (blnLp) {
-            item = lvw.addItem(QString::number(rowCounter));
-        } else {
-            // The row stands before its text is converted: a text that fails stays in the list as it is.
-            item = lvw.addItem(ToText(NullToValue(fields.Item(0).Value(), 0)));
-            item->setText(firstCellText(fields.Item(0)));
-        }
+    const int rowCount = rs.RecordCount();
+    const DbTable& table = *rs.table();
+    for (int row = 0; row < rowCount; ++row) {
+        ListItem* item = blnLp ? lvw.addItem(QString::number(rowCount - row))
+                               : addRow(lvw, table.at(row, 0), table.columns.first().type);
         int cell = 0;
         for (const int column : columns) {
-            item->setSubItem(++cell, ToText(NullToValue(fields.Item(column).Value())));
+            const QVariant& value = table.at(row, column);
+            item->setSubItem(++cell, value.isValid() ? ToText(value) : QString());
         }
     }
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <QString>
-#include <QStringList>
+#include <QVarLengthArray>
 #include <QVariant>
 
 namespace regalon {
@@ -45,7 +45,8 @@ private:
     void setCell(qsizetype column, const QString& text);
 
     ListModel* m_model;
-    QStringList m_cells;
+    // Inside the item: a list of tens of thousands of rows then costs one allocation a row less.
+    QVarLengthArray<QString, 4> m_cells;
     QString m_key;
     QVariant m_tag;
     int m_row = 0;

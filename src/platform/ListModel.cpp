@@ -45,6 +45,9 @@ void ListModel::clearHeaders() {
 }
 
 void ListModel::setHeader(int column, const Header& header) {
+    // A refilled list sets the widths that it has: headers are then not drawn anew.
+    if (m_headers[column] == header)
+        return;
     const bool realigned = m_headers[column].alignment != header.alignment;
     m_headers[column] = header;
     Q_EMIT headerDataChanged(Qt::Horizontal, column, column);

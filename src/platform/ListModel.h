@@ -24,6 +24,8 @@ public:
         ListAlignment alignment = ListAlignment::Left;
         int width = 0;
         int icon = 0;
+
+        bool operator==(const Header&) const = default;
     };
 
     explicit ListModel(QObject* parent = nullptr);
