@@ -2,8 +2,8 @@
 // locations. rebuild-growth: a rebuild of 5,000 locations over one of 500. rebuild-trips:  what the server
 // received for one rebuild over the statements and calls of a rebuild.
 
-#include "BareOdbc.h"
 #include "Measure.h"
+#include "Recording.h"
 #include "common/AppContext.h"
 #include "common/DbConnection.h"
 #include "map/MapCanvas.h"
@@ -64,27 +64,7 @@ public:
         rebuild();  // the first use of a procedure also asks for its parameters, once a connection
         local_.clearTrace();
         rebuild();
-        std::vector<bench::Statement> statements;
-        for (const LocalWarehouse::TraceEntry& entry : local_.entries()) {
-            bench::Statement statement;
-            statement.call = entry.kind == u"RPC";
-            statement.text = entry.text.toStdString();
-            for (const QString& value : entry.values) {
-                const qsizetype equals = value.indexOf(u'=');
-                statement.arguments.emplace_back(value.left(equals).toStdString(),
-                                                 value.mid(equals + 1).toStdString());
-            }
-            statements.push_back(std::move(statement));
-        }
-        return statements;
-    }
-
-    std::string odbcString() const {
-        return "DRIVER=FreeTDS;SERVER=127.0.0.1;PORT=" + std::to_string(local_.port()) +
-               ";UID=" + LocalWarehouse::login().toStdString() +
-               ";PWD=" + LocalWarehouse::password().toStdString() +
-               ";DATABASE=" + LocalWarehouse::database().toStdString() +
-               ";TDS_Version=7.4;ClientCharset=UTF-8";
+        return bench::recorded(local_);
     }
 
     /// One refresh of the fills, one read of the stands, one of the shelves of each stand, one save of the
@@ -103,7 +83,7 @@ private:
 void rebuild() {
     Warehouse warehouse(50);
     const std::vector<bench::Statement> statements = warehouse.record();
-    bench::BareOdbc bare(warehouse.odbcString());
+    bench::BareOdbc bare(bench::odbcString(warehouse.local()));
     bare.run(statements);
     bench::Samples client;
     bench::Samples loop;

@@ -1,6 +1,7 @@
 // start: process start to a drawn plan over the start of an empty window that sends the same statements bare.
 
 #include "Measure.h"
+#include "Recording.h"
 #include "StartReport.h"
 #include "support/LocalWarehouse.h"
 
@@ -78,12 +79,7 @@ void measure() {
     qputenv("REGALON_DRIVE_C", warehouse.driveC().toLocal8Bit());
     writeConnectionFile(warehouse);
     const QString trace = recordStatements(warehouse);
-    const QString odbc =
-        QStringLiteral(
-            "DRIVER=FreeTDS;SERVER=127.0.0.1;PORT=%1;UID=%2;PWD=%3;DATABASE=%4;"
-            "TDS_Version=7.4;ClientCharset=UTF-8")
-            .arg(warehouse.port())
-            .arg(LocalWarehouse::login(), LocalWarehouse::password(), LocalWarehouse::database());
+    const QString odbc = QString::fromStdString(bench::odbcString(warehouse));
     bench::Samples client;
     bench::Samples empty;
     bench::Samples ratios;
