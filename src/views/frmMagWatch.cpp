@@ -5,6 +5,7 @@
 #include "map/LocationName.h"
 #include "map/MapCanvas.h"
 #include "map/RankLetter.h"
+#include "map/SearchPanel.h"
 #include "platform/Convert.h"
 #include "platform/KeyPreview.h"
 #include "platform/ListView.h"
@@ -45,6 +46,10 @@ void frmMagWatch::setLeftStand(qint32 twips) {
     WindowTrap("frmMagWatch - LeftStand", [&] { m_leftStand = ToInt16(double(twips)); });
 }
 
+void frmMagWatch::setItemCode(const QString& itemCode) {
+    m_frmLookForSur->setItemCode(itemCode);
+}
+
 void frmMagWatch::unload() {
     if (auto* frame = qobject_cast<QMdiSubWindow*>(parentWidget()))
         frame->close();
@@ -62,19 +67,24 @@ void frmMagWatch::showEvent(QShowEvent* event) {
 
 void frmMagWatch::closeEvent(QCloseEvent* event) {
     m_loaded = false;
+    m_timer1->stop();
     event->accept();
 }
 
 void frmMagWatch::Form_Load() {
     WindowTrap("frmMagWatch - Form_Load", [&] {
+        m_search.reset();
         m_map.reset();
         m_data = std::make_unique<clsMagWatch>(m_context);
         m_aplication = QStringLiteral("P");
         m_map = std::make_unique<MapBuilder>(m_context, *m_canvas, *m_data,
                                              MapReportNames::of(QStringLiteral("frmMagWatch")));
         m_map->setIconFolder(iconFolder(m_context));
+        m_search = std::make_unique<MapSearch>(*m_map, *m_canvas, *m_data,
+                                               SearchReportNames::of(QStringLiteral("frmMagWatch")));
         resetDesign();
         m_map->RefreschWatchStore();
+        FillComboTime();
         m_frmAutoRebulidCOnfig->hide();
         m_timer1->stop();
         m_frmLookForSur->hide();
@@ -89,7 +99,8 @@ void frmMagWatch::resetDesign() {
     for (QLabel* label : {m_lblObjectClick, m_lblObjectParam, m_lblObjectParam2})
         label->clear();
     showAddress({}, {}, {}, {});
-    m_itemCode.clear();
+    m_frmLookForSur->load(*m_data, *m_search, m_aplication);
+    resetAutoRefresh();
     m_lstLocationItem->clearItems();
     m_lstLocationItem->clearHeaders();
     m_tlbWatchFullSurLocation->button(1)->setEnabled(true);
@@ -120,10 +131,15 @@ void frmMagWatch::tlbCmd_ButtonClick(const QString& key) {
         else if (key == u"key_ReBulid")
             m_map->RebulidMag(true);
         else if (key == u"key_AutoRebulid")
-            raiseNotAvailable(m_frmAutoRebulidCOnfig->title());
+            AutoRebulidConfig();
         else if (key == u"key_LokkFor")
-            raiseNotAvailable(m_frmLookForSur->title());
+            openSearch();
     });
+}
+
+void frmMagWatch::openSearch() {
+    m_frmLookForSur->open();
+    m_frmWatchData->hide();
 }
 
 void frmMagWatch::imgBookStand_Click(int index) {

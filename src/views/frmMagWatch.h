@@ -2,6 +2,7 @@
 
 #include "map/LocationAddress.h"
 #include "map/MapBuilder.h"
+#include "map/MapSearch.h"
 #include "map/StandDetail.h"
 #include "map/clsMagWatch.h"
 #include "platform/ImageList.h"
@@ -12,6 +13,8 @@
 #include <memory>
 #include <optional>
 
+class QCheckBox;
+class QComboBox;
 class QGroupBox;
 class QLabel;
 class QLineEdit;
@@ -21,6 +24,7 @@ namespace regalon {
 
 class ListView;
 class MapCanvas;
+class SearchPanel;
 class ToolBar;
 
 /// The read-only view of the warehouse: the plan, and below it what lies on the location that was clicked. It
@@ -38,7 +42,7 @@ public:
     void setTopStand(qint32 twips);
     void setLeftStand(qint32 twips);
     /// Written by the item search dialog before it closes.
-    void setItemCode(const QString& itemCode) { m_itemCode = itemCode; }
+    void setItemCode(const QString& itemCode);
 
     /// Closes the window, with its frame inside the main window.
     void unload();
@@ -55,7 +59,10 @@ private:
     void createToolbars();
     void createStatusPanel();
     void createLocationList();
-    void createLaterPanels();
+    void createSearchPanel();
+    void createTimer();
+    void createAutoRefreshPanel();
+    void createFileDialog();
     void createImages();
 
     // Event routines.
@@ -63,10 +70,19 @@ private:
     void Form_KeyDown(int keyCode, int shift);
     void tlbCmd_ButtonClick(const QString& key);
     void tlbWatchFullSurLocation_ButtonClick(const QString& key);
+    void tlbSaveAutoRebulidParam_ButtonClick(const QString& key);
+    void Timer1_Timer();
     void imgBookStand_Click(int index);
     void imglocation_Click(int index);
 
+    // The refresh by the timer.
+    void resetAutoRefresh();
+    void FillComboTime();
+    void AutoRebulidConfig();
+    void saveAutoRefresh(double minutes);
+
     void resetDesign();
+    void openSearch();
     void showAddress(const QString& rank, const QString& stand, const QString& shelf,
                      const QString& location);
     void showAssignedMaterial(const LocationAddress& address);
@@ -82,8 +98,10 @@ private:
     // State. The data class lives from load to load.
     std::unique_ptr<clsMagWatch> m_data;
     std::unique_ptr<MapBuilder> m_map;
+    std::unique_ptr<MapSearch> m_search;
     QString m_aplication;
-    QString m_itemCode;
+    qint32 m_refreshCounter = 0;   ///< seconds since the last automatic rebuild
+    double m_refreshInterval = 0;  ///< seconds between two
     qint16 m_topStand = 0;
     qint16 m_leftStand = 0;
     bool m_loaded = false;
@@ -96,8 +114,10 @@ private:
     ToolBar* m_tlbWatchFullSurLocation = nullptr;
     QGroupBox* m_frmWatchData = nullptr;
     QGroupBox* m_frmWathLocationShiftItem = nullptr;
-    QGroupBox* m_frmLookForSur = nullptr;
+    SearchPanel* m_frmLookForSur = nullptr;
     QGroupBox* m_frmAutoRebulidCOnfig = nullptr;
+    QCheckBox* m_chkAutoRebulidOn = nullptr;
+    QComboBox* m_cmbTime = nullptr;
     QLineEdit* m_txtRank = nullptr;
     QLineEdit* m_txtStand = nullptr;
     QLineEdit* m_txtShelf = nullptr;

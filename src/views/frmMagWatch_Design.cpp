@@ -2,6 +2,7 @@
 
 #include "map/MapBackdrop.h"
 #include "map/MapCanvas.h"
+#include "map/SearchPanel.h"
 #include "platform/CommonDialog.h"
 #include "platform/FileIcon.h"
 #include "platform/KeyPreview.h"
@@ -14,7 +15,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QScrollArea>
-#include <QTimer>
 #include <QVBoxLayout>
 
 namespace regalon {
@@ -31,8 +31,6 @@ constexpr int kPanelLeft = 120;
 constexpr int kPanelTop = 8310;
 constexpr int kPanelWidth = kSurfaceWidth - 240;
 constexpr int kPanelHeight = kSurfaceHeight - kPanelTop - 30;
-
-constexpr int kTimerInterval = 1000;  // milliseconds
 
 QIcon programIcon(const char* name) {
     return fileIcon(QStringLiteral(":/icons/") + QString::fromLatin1(name));
@@ -76,7 +74,10 @@ frmMagWatch::frmMagWatch(AppContext& context, const StandDetail& standDetail, QW
     createToolbars();
     createStatusPanel();
     createLocationList();
-    createLaterPanels();
+    createSearchPanel();
+    createAutoRefreshPanel();
+    createTimer();
+    createFileDialog();
     auto* keys = new KeyPreview(this, [this](int keyCode, int shift) { Form_KeyDown(keyCode, shift); });
     keys->claim('W', ShiftMask::Alt);
 }
@@ -177,19 +178,18 @@ void frmMagWatch::createLocationList() {
     place(m_lstLocationItem, 60, 60, 13650, 1470);
 }
 
-void frmMagWatch::createLaterPanels() {
-    m_frmLookForSur = addFrame(m_surface, "frmLookForSur", QStringLiteral("Wyszukiwanie surowca"));
+void frmMagWatch::createSearchPanel() {
+    m_frmLookForSur = new SearchPanel(m_context, objectName(), m_surface);
     place(m_frmLookForSur, kPanelLeft, kPanelTop, kPanelWidth, kPanelHeight);
-    m_frmLookForSur->hide();
-    m_frmAutoRebulidCOnfig =
-        addFrame(m_surface, "frmAutoRebulidCOnfig", QStringLiteral("Konfiguracja odświeżania magazynu"));
-    place(m_frmAutoRebulidCOnfig, 4800, 1200, 5400, 2400);
-    m_frmAutoRebulidCOnfig->hide();
+    m_frmLookForSur->onCancel([this] {
+        m_map->RebulidMag(true);
+        m_frmWatchData->show();
+    });
+}
+
+void frmMagWatch::createFileDialog() {
     // On the form by its design; nothing in this window opens it.
     new CommonDialog(this);
-    m_timer1 = new QTimer(this);
-    m_timer1->setObjectName(QStringLiteral("Timer1"));
-    m_timer1->setInterval(kTimerInterval);
 }
 
 }  // namespace regalon

@@ -12,19 +12,6 @@ using test::WatchWindow;
 
 class FrmMagWatchFailure : public WatchWindow {};
 
-TEST_F(FrmMagWatchFailure, AnswersButtonsThatComeLaterWithTheStandardHandler) {
-    open();
-    for (const char* key : {"key_AutoRebulid", "key_LokkFor"}) {
-        messages.clear();
-        ASSERT_TRUE(test::clickToolButton(window.get(), QString::fromLatin1(key)));
-        ASSERT_EQ(messages.count(), 1) << key;
-        EXPECT_EQ(messages.last().Title, QStringLiteral("frmMagWatch - tlbCmd_ButtonClick"));
-        EXPECT_EQ(messages.last().Flags, 4112);
-        EXPECT_TRUE(messages.last().Text.startsWith(QStringLiteral("429\r\n")))
-            << qPrintable(messages.last().Text);
-    }
-}
-
 TEST_F(FrmMagWatchFailure, WithoutADetailAClickOnAStandEndsInTheStandardHandler) {
     window = std::make_unique<frmMagWatch>(warehouse.context);
     window->resize(window->sizeHint());

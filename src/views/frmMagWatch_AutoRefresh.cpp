@@ -1,0 +1,139 @@
+// The refresh by the timer: its panel, its counting and what the toolbars tell of it. The settings live as
+// long as the window is open.
+
+#include "common/ErrorTrap.h"
+#include "platform/Convert.h"
+#include "platform/DesignControls.h"
+#include "platform/MsgBox.h"
+#include "platform/RunTimeError.h"
+#include "platform/ToolBar.h"
+#include "platform/Twips.h"
+#include "views/frmMagWatch.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QTimer>
+
+#include <cmath>
+
+namespace regalon {
+
+namespace {
+
+constexpr int kTimerInterval = 1000;  // milliseconds
+constexpr double kSecondsPerMinute = 60;
+
+// Buttons by their numbers.
+constexpr int kAutoRefresh = 4;
+constexpr int kSecondsLeft = 1;
+
+const QString kAtStart = QStringLiteral("Auto odświeżanie ");
+
+}  // namespace
+
+void frmMagWatch::createTimer() {
+    m_timer1 = new QTimer(this);
+    m_timer1->setObjectName(QStringLiteral("Timer1"));
+    m_timer1->setInterval(kTimerInterval);
+    connect(m_timer1, &QTimer::timeout, this, &frmMagWatch::Timer1_Timer);
+}
+
+void frmMagWatch::createAutoRefreshPanel() {
+    QGroupBox* frame =
+        addFrame(m_surface, "frmAutoRebulidCOnfig", QStringLiteral("Konfiguracja odświeżania magazynu"));
+    place(frame, 5400, 1200, 4200, 2010);
+    frame->hide();
+    m_frmAutoRebulidCOnfig = frame;
+
+    m_chkAutoRebulidOn = new QCheckBox(QStringLiteral("Włączone automatyczne odświeżanie"), frame);
+    m_chkAutoRebulidOn->setObjectName(QStringLiteral("chkAutoRebulidOn"));
+    place(m_chkAutoRebulidOn, 150, 345, 3900, 360);
+    place(addLabel(frame, "lblTime", QStringLiteral("Czas odświeżania:")), 150, 810, 1650, 360);
+    m_cmbTime = new QComboBox(frame);
+    m_cmbTime->setObjectName(QStringLiteral("cmbTime"));
+    m_cmbTime->setEditable(true);
+    m_cmbTime->setInsertPolicy(QComboBox::NoInsert);
+    // A typed "0" would grow into "0,5".
+    m_cmbTime->setCompleter(nullptr);
+    place(m_cmbTime, 1830, 810, 1050, 360);
+    place(addLabel(frame, "lblTimeJed", QStringLiteral("[minuta]")), 2985, 810, 1050, 360);
+
+    auto* bar = new ToolBar(frame);
+    bar->setObjectName(QStringLiteral("tlbSaveAutoRebulidParam"));
+    bar->addButton(QStringLiteral("key_Save"), QStringLiteral("&Zapisz"), {},
+                   programIcon(QStringLiteral("img_14.ico")));
+    bar->addButton(QStringLiteral("key_Cancel"), QStringLiteral("&Anuluj"), {},
+                   programIcon(QStringLiteral("close.ico")));
+    place(bar, 105, 1335, 3990, 540);
+    connect(bar, &ToolBar::buttonClick, this, &frmMagWatch::tlbSaveAutoRebulidParam_ButtonClick);
+}
+
+/// The state of a new window.
+void frmMagWatch::resetAutoRefresh() {
+    m_timer1->stop();
+    m_refreshCounter = 0;
+    m_refreshInterval = 0;
+    m_chkAutoRebulidOn->setChecked(false);
+    m_cmbTime->clear();
+    m_tlbCmd->button(kAutoRefresh)->setText(kAtStart);
+    m_tlbStatusRefresh->button(kSecondsLeft)->setText(QString());
+}
+
+void frmMagWatch::FillComboTime() {
+    WindowTrap("frmMagWatch - FillComboTime", [&] {
+        for (const char* minutes : {"0", "0,5", "1", "2", "3", "4", "5"})
+            m_cmbTime->addItem(QString::fromLatin1(minutes));
+        m_cmbTime->setCurrentText(QStringLiteral("0"));
+    });
+}
+
+void frmMagWatch::AutoRebulidConfig() {
+    WindowTrap("frmMagWatch - AutoRebulidConfig", [&] { m_frmAutoRebulidCOnfig->show(); });
+}
+
+void frmMagWatch::tlbSaveAutoRebulidParam_ButtonClick(const QString& key) {
+    WindowTrap("frmMagWatch - tlbSaveAutoRebulidParam_ButtonClick", [&] {
+        // A text that is no number closes the panel without a word and changes nothing.
+        if (key == u"key_Save" && IsNumeric(m_cmbTime->currentText()))
+            saveAutoRefresh(ToDouble(m_cmbTime->currentText()));
+        if (key == u"key_Save" || key == u"key_Cancel")
+            m_frmAutoRebulidCOnfig->hide();
+    });
+}
+
+/// The counter goes on from where it is: with a period shorter than what was waited, the next tick rebuilds.
+void frmMagWatch::saveAutoRefresh(double minutes) {
+    const double interval = minutes * kSecondsPerMinute;
+    if (!std::isfinite(interval))
+        throw RunTimeError(RunTime::Overflow);
+    m_refreshInterval = interval;
+    const bool on = minutes > 0 && m_chkAutoRebulidOn->isChecked();
+    if (on)
+        m_timer1->start();
+    else
+        m_timer1->stop();
+    m_tlbCmd->button(kAutoRefresh)
+        ->setText(on ? QStringLiteral("Auto odświeżanie-ON") : QStringLiteral("Auto odświeżanie-OFF"));
+    m_tlbStatusRefresh->setVisible(on);
+}
+
+void frmMagWatch::Timer1_Timer() {
+    // A tick that falls on an open message is lost: its own message would lie over the other.
+    if (isMsgBoxOpen())
+        return;
+    WindowTrap("frmMagWatch - Timer1_Timer", [&] {
+        m_tlbStatusRefresh->button(kSecondsLeft)->setText(NumberText(m_refreshInterval - m_refreshCounter));
+        ++m_refreshCounter;
+        // Strictly greater: the tick that shows 0 rebuilds, so that a period takes a second more than its
+        // minutes.
+        if (m_refreshCounter > m_refreshInterval) {
+            m_map->RebulidMag(true);
+            m_refreshCounter = 0;
+        }
+    });
+}
+
+}  // namespace regalon
