@@ -143,7 +143,7 @@ void setMapping(const Mapping& mapping) {
 QString driveC() {
     if (!currentMapping().DriveC.isEmpty())
         return currentMapping().DriveC;
-    const QString named = qEnvironmentVariable("REGALON_DRIVE_C");
+    QString named = qEnvironmentVariable("REGALON_DRIVE_C");
     if (!named.isEmpty())
         return named;
     return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
