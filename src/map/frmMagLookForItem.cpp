@@ -33,7 +33,10 @@ bool isEnter(int key) {
 
 }  // namespace
 
-frmMagLookForItem::~frmMagLookForItem() = default;
+/// Closing with its parent, the list measures its headers once more, when the icons are gone.
+frmMagLookForItem::~frmMagLookForItem() {
+    m_lstSurOnMag->setHeaderIcons(nullptr);
+}
 
 void frmMagLookForItem::showEvent(QShowEvent* event) {
     if (!event->spontaneous())

@@ -500,6 +500,14 @@ TEST_F(ItemSearchDialog, AColumnClickChoosesTheColumnOfTheNextKeyStroke) {
     EXPECT_EQ(messages.count(), 0);
 }
 
+TEST_F(ItemSearchDialog, CanBeDestroyedWhileItShowsAHeaderIcon) {
+    test::showAndWait(dialog.get());
+    clickHeader(2);
+    EXPECT_EQ(headerIcons(), QList<int>({0, 39, 0}));
+    dialog.reset();
+    EXPECT_TRUE(written.isEmpty());
+}
+
 // -------------------------------------------------------------------------------------------- the database
 
 TEST_F(ItemSearchDialog, WithoutAServerItOpensEmptyAndCanBeCancelled) {
