@@ -23,8 +23,6 @@ const QString kCodeColumn = QStringLiteral("ItemCode");
 const QString kNameColumn = QStringLiteral("ItemName");
 constexpr int kCodeHeader = 1;
 
-// Header icon of the column that was clicked last.
-constexpr int kIconOfSearchColumn = 39;
 constexpr int kNoIcon = 0;
 
 bool isEnter(int key) {
@@ -33,7 +31,8 @@ bool isEnter(int key) {
 
 }  // namespace
 
-/// Closing with its parent, the list measures its headers once more, when the icons are gone.
+/// A dialog that is destroyed while shown hides its list afterwards, which then measures its headers once
+/// more.
 frmMagLookForItem::~frmMagLookForItem() {
     m_lstSurOnMag->setHeaderIcons(nullptr);
 }

@@ -48,6 +48,9 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    /// Header icon of the column that was clicked last.
+    static constexpr int kIconOfSearchColumn = 39;
+
     // Design, each part in its own function.
     QGroupBox* createChoice();
     QGroupBox* createList();

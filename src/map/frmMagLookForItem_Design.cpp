@@ -18,7 +18,7 @@ namespace regalon {
 namespace {
 
 // Twips. Wide enough for the columns of the list, high enough for some fifteen rows.
-constexpr int kFormWidth = 9600;
+constexpr int kFormWidth = 9300;
 constexpr int kFormHeight = 7500;
 
 QGroupBox* addFrame(QWidget* parent, const QString& name) {
@@ -92,7 +92,7 @@ QGroupBox* frmMagLookForItem::createList() {
     QFont font = m_lstSurOnMag->font();
     font.setFamily(QStringLiteral("Arial"));
     m_lstSurOnMag->setFont(font);
-    m_imgSmall.set(39, fileIcon(QStringLiteral(":/icons/img_39.ico")));
+    m_imgSmall.set(kIconOfSearchColumn, fileIcon(QStringLiteral(":/icons/img_39.ico")));
     m_lstSurOnMag->setHeaderIcons(&m_imgSmall);
     m_lstSurOnMag->installEventFilter(this);
     m_lstSurOnMag->viewport()->installEventFilter(this);
