@@ -1,7 +1,7 @@
 // The controls of the dialog and where they lie.
 
 #include "map/frmMagLookForItem.h"
-#include "platform/FileIcon.h"
+#include "platform/DesignControls.h"
 #include "platform/ListView.h"
 #include "platform/ToolBar.h"
 #include "platform/Twips.h"
@@ -20,18 +20,6 @@ namespace {
 // Twips. Wide enough for the columns of the list, high enough for some fifteen rows.
 constexpr int kFormWidth = 9300;
 constexpr int kFormHeight = 7500;
-
-QGroupBox* addFrame(QWidget* parent, const QString& name) {
-    auto* frame = new QGroupBox(parent);
-    frame->setObjectName(name);
-    return frame;
-}
-
-QLabel* addLabel(QWidget* parent, const QString& name, const QString& caption) {
-    auto* label = new QLabel(caption, parent);
-    label->setObjectName(name);
-    return label;
-}
 
 QRadioButton* addOption(QWidget* parent, const QString& name, const QString& caption) {
     auto* option = new QRadioButton(caption, parent);
@@ -55,11 +43,11 @@ frmMagLookForItem::frmMagLookForItem(AppContext& context, QWidget* parent)
 }
 
 QGroupBox* frmMagLookForItem::createChoice() {
-    QGroupBox* frame = addFrame(this, QStringLiteral("frmLookForChose"));
-    QLabel* by = addLabel(frame, QStringLiteral("Label3"), QStringLiteral("Wyszukiwanie po:"));
+    QGroupBox* frame = addFrame(this, "frmLookForChose", QString());
+    QLabel* by = addLabel(frame, "Label3", QStringLiteral("Wyszukiwanie po:"));
     m_optItemCode = addOption(frame, QStringLiteral("optItemCode"), QStringLiteral("Indeks"));
     m_optItemName = addOption(frame, QStringLiteral("optItemName"), QStringLiteral("Nazwa"));
-    QLabel* searched = addLabel(frame, QStringLiteral("Label2"), QStringLiteral("Szukaj:"));
+    QLabel* searched = addLabel(frame, "Label2", QStringLiteral("Szukaj:"));
     m_txtItemCode = new QLineEdit(frame);
     m_txtItemCode->setObjectName(QStringLiteral("txtItemCode"));
     m_txtItemCode->installEventFilter(this);
@@ -81,18 +69,18 @@ ToolBar* frmMagLookForItem::createLookRun() {
     auto* bar = new ToolBar;
     bar->setObjectName(QStringLiteral("tlbLookRun"));
     bar->addButton(QStringLiteral("key_Akcept"), QStringLiteral("&Szukaj"), {},
-                   fileIcon(QStringLiteral(":/icons/find.ico")));
+                   programIcon(QStringLiteral("find.ico")));
     return bar;
 }
 
 QGroupBox* frmMagLookForItem::createList() {
-    QGroupBox* frame = addFrame(this, QStringLiteral("frmLookForWath"));
+    QGroupBox* frame = addFrame(this, "frmLookForWath", QString());
     m_lstSurOnMag = new ListView(frame);
     m_lstSurOnMag->setObjectName(QStringLiteral("lstSurOnMag"));
     QFont font = m_lstSurOnMag->font();
     font.setFamily(QStringLiteral("Arial"));
     m_lstSurOnMag->setFont(font);
-    m_imgSmall.set(kIconOfSearchColumn, fileIcon(QStringLiteral(":/icons/img_39.ico")));
+    m_imgSmall.set(kIconOfSearchColumn, programIcon(QStringLiteral("img_39.ico")));
     m_lstSurOnMag->setHeaderIcons(&m_imgSmall);
     m_lstSurOnMag->installEventFilter(this);
     m_lstSurOnMag->viewport()->installEventFilter(this);
@@ -107,9 +95,9 @@ ToolBar* frmMagLookForItem::createLookFor() {
     auto* bar = new ToolBar(this);
     bar->setObjectName(QStringLiteral("tlbLookFor"));
     bar->addButton(QStringLiteral("key_Cancel"), QStringLiteral("&Anuluj"), {},
-                   fileIcon(QStringLiteral(":/icons/close.ico")));
+                   programIcon(QStringLiteral("close.ico")));
     bar->addButton(QStringLiteral("key_Akcept"), QStringLiteral("&Wybierz"), {},
-                   fileIcon(QStringLiteral(":/icons/img_14.ico")));
+                   programIcon(QStringLiteral("img_14.ico")));
     connect(bar, &ToolBar::buttonClick, this, &frmMagLookForItem::tlbLookFor_ButtonClick);
     return bar;
 }
