@@ -1,6 +1,8 @@
 #include "common/DbConnectionString.h"
 
+#include "common/DbErrors.h"
 #include "platform/Convert.h"
+#include "platform/RunTimeError.h"
 #include "platform/Settings.h"
 
 #include <algorithm>
@@ -121,11 +123,16 @@ bool doublesBraces(const Settings& settings) {
     return !settings.OdbcDriver.contains(u"tds", Qt::CaseInsensitive);
 }
 
-QString quoted(const QString& value, const Settings& settings) {
+QString quoted(const QString& key, const QString& value, const Settings& settings) {
     const bool needsBraces =
         value.contains(u';') || value.startsWith(u'{') || value.startsWith(u' ') || value.endsWith(u' ');
     if (!needsBraces) {
         return value;
+    }
+    // FreeTDS has no way to write these two signs inside a value: it would read the rest as keys of its own.
+    if (!doublesBraces(settings) && value.contains(u"};")) {
+        throw RunTimeError(DbError::WrongValueType,
+                           u"The driver takes no \"};\" within the value of "_s + key + u'.');
     }
     QString inside = value;
     if (doublesBraces(settings)) {
@@ -140,7 +147,7 @@ public:
 
     void add(const QString& key, const QString& value) {
         if (!value.isEmpty()) {
-            m_text += key + u'=' + quoted(value, m_settings) + u';';
+            m_text += key + u'=' + quoted(key, value, m_settings) + u';';
         }
     }
     QString text() const { return m_text; }

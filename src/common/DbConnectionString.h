@@ -21,7 +21,8 @@ struct DbTarget {
 DbTarget parseConnectionString(const QString& text);
 
 /// The DSN-less connection string for the driver of the settings. A server name without a port gets the
-/// default port, unless it names an instance. An empty server, "." and "(local)" mean this machine.
+/// default port, unless it names an instance. An empty server, "." and "(local)" mean this machine. Throws
+/// WrongValueType for a value that the driver cannot be told.
 QString driverConnectionString(const DbTarget& target, const Settings& settings);
 
 }  // namespace regalon

@@ -172,6 +172,14 @@ TEST_F(Login, TakesAnotherDatabaseFromBehindTheServersName) {
     EXPECT_EQ(databaseInUse(), u"master"_s);
 }
 
+// FreeTDS would read its own server behind the brace.
+TEST_F(Login, RefusesAPasswordThatItsDriverWouldEndTooSoon) {
+    ErrorRecord error;
+    EXPECT_EQ(open(warehouse.server(), u"\"Magazyn-2024};SERVER=127.0.0.1;PORT=1;x={\""_s, error),
+              DbError::WrongValueType);
+    EXPECT_TRUE(error.Description.contains(u"PWD")) << qPrintable(error.Description);
+}
+
 // So no value of a connection file reaches another piece of the connection string.
 TEST_F(Login, CutsTheValuesOfTheFileAtTheirSemicolon) {
     ConnectionSettings settings = settingsOf(warehouse);
