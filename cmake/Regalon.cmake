@@ -88,6 +88,26 @@ function(regalon_add_executable name)
   target_link_libraries(${name} PRIVATE ${ARG_LINK} ${ARG_PRIVATE_LINK})
 endfunction()
 
+# regalon_add_fuzzer(name [QT] SOURCES files... LINK libraries... INSTRUMENT targets...)
+# A libFuzzer program, built where REGALON_FUZZERS is on; its way is led by what INSTRUMENT's targets do.
+# To run it: bin/NAME NEW_CORPUS SEEDS
+function(regalon_add_fuzzer name)
+  if(NOT REGALON_FUZZERS)
+    return()
+  endif()
+  cmake_parse_arguments(PARSE_ARGV 1 ARG "QT" "" "SOURCES;LINK;PRIVATE_LINK;INSTRUMENT")
+  if(ARG_QT)
+    set(qt QT)
+  endif()
+  regalon_add_executable(${name} ${qt} SOURCES ${ARG_SOURCES} LINK ${ARG_LINK})
+  target_include_directories(${name} PRIVATE "${CMAKE_SOURCE_DIR}/tests")
+  target_compile_options(${name} PRIVATE -fsanitize=fuzzer)
+  target_link_options(${name} PRIVATE -fsanitize=fuzzer)
+  foreach(target ${ARG_INSTRUMENT})
+    target_compile_options(${target} PRIVATE -fsanitize=fuzzer-no-link)
+  endforeach()
+endfunction()
+
 # regalon_add_test(name [QT] SOURCES files... [LINK libraries...] [ENVIRONMENT VAR=value...] [LABELS labels...]
 #                  [TIMEOUT seconds])
 # One GoogleTest program; each of its tests is a test of ctest, in a process of its own. QT programs bring their own

@@ -156,7 +156,11 @@ Picture::Picture(std::shared_ptr<const Data> data) : m_data(std::move(data)) {}
 Picture Picture::read(const QString& path) {
     if (path.isEmpty())
         return {};
-    return Picture(decoded(contents(path)));
+    return fromBytes(contents(path));
+}
+
+Picture Picture::fromBytes(const QByteArray& bytes) {
+    return Picture(decoded(bytes));
 }
 
 Picture Picture::load(const QString& path) {

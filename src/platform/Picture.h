@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QPixmap>
 #include <QSize>
 #include <QString>
@@ -24,6 +25,8 @@ public:
     static Picture load(const QString& path);
     /// As load(), but always from the file and without keeping the picture.
     static Picture read(const QString& path);
+    /// The picture of a file's contents. Raises 481.
+    static Picture fromBytes(const QByteArray& bytes);
     static void clearCache();
 
     bool isEmpty() const { return !m_data; }

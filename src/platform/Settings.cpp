@@ -233,6 +233,12 @@ QString Settings::defaultFile() {
            QStringLiteral("/Kolvestra/Regalon.conf");
 }
 
+Settings Settings::fromText(const QString& text) {
+    Settings settings;
+    Reader(settings).read(text);
+    return settings;
+}
+
 Settings Settings::load(const QString& file) {
     Settings settings;
     Reader reader(settings);

@@ -44,6 +44,8 @@ struct Settings {
     static QString defaultFile();
     /// Reads a file; a missing file gives the defaults without a problem. Never fails.
     static Settings load(const QString& file = defaultFile());
+    /// The same for a file's text.
+    static Settings fromText(const QString& text);
     /// Puts regional format, code page and path mapping into use for the whole program.
     void apply() const;
 };
