@@ -19,6 +19,10 @@ constexpr int bottomWall = 8280;
 constexpr int panelBottom = 9720;
 
 constexpr int twipsOfPixel = 15;
+
+// Where a person clicks on a location's icon, from its corner; twips.
+constexpr int insideLeft = 90;
+constexpr int insideTop = 80;
 constexpr int dark = 100;  // of 255
 
 bool isDark(const QImage& image, int x, int y) {
@@ -110,8 +114,6 @@ Spot spotOf(const LocalWarehouse& warehouse, int rank, int stand, int shelf, int
     // Where the icons of a shelf begin, and how far they lie above the stand's top; twips.
     constexpr std::array lefts = {0, 205, 415};
     constexpr std::array heights = {215, 400, 580, 765};
-    constexpr int insideLeft = 90;
-    constexpr int insideTop = 80;
     Spot spot = standSpot(warehouse, rank, stand);
     spot.shelf = shelf;
     spot.location = location;
@@ -135,6 +137,28 @@ Spot spotWhere(const LocalWarehouse& warehouse, const QString& condition) {
 
 int countOf(const LocalWarehouse& warehouse, const QString& table) {
     return rows(warehouse, QStringLiteral("select count(*) from ") + table)[0][0].toInt();
+}
+
+QString iconFile(const LocalWarehouse& warehouse, const Spot& spot) {
+    return rows(warehouse,
+                QStringLiteral("select LocationIcon from kolv_mag_Location where ") + spot.key())[0][0]
+        .toString();
+}
+
+bool showsIcon(const QImage& display, const Plan& plan, const LocalWarehouse& warehouse, const Spot& spot,
+               const QString& file) {
+    // The first picture of an icon is the one of the natural size.
+    const QImage icon(warehouse.driveC() + QStringLiteral("/Regalon/Ikony/") + file);
+    const QPoint corner = plan.at(spot.left - insideLeft, spot.top - insideTop);
+    for (int y = 0; y < icon.height(); ++y) {
+        for (int x = 0; x < icon.width(); ++x) {
+            const QRgb wanted = icon.pixel(x, y);
+            if (qAlpha(wanted) == 255 && display.pixel(corner + QPoint(x, y)) != wanted) {
+                return false;
+            }
+        }
+    }
+    return !icon.isNull();
 }
 
 Spot standSpot(const LocalWarehouse& warehouse, int rank, int stand) {

@@ -46,6 +46,12 @@ Spot spotOf(const LocalWarehouse& warehouse, int rank, int stand, int shelf, int
 Spot spotWhere(const LocalWarehouse& warehouse, const QString& condition);
 /// The number of rows of a table.
 int countOf(const LocalWarehouse& warehouse, const QString& table);
+/// The icon file that the database names for a location.
+QString iconFile(const LocalWarehouse& warehouse, const Spot& spot);
+/// Whether the display shows the picture of this icon file at a location, in every pixel that the picture
+/// covers.
+bool showsIcon(const QImage& display, const Plan& plan, const LocalWarehouse& warehouse, const Spot& spot,
+               const QString& file);
 /// The middle of a stand's picture.
 Spot standSpot(const LocalWarehouse& warehouse, int rank, int stand);
 
