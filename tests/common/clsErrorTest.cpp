@@ -5,8 +5,10 @@
 #include "platform/Paths.h"
 #include "platform/Screen.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QLockFile>
 #include <QObject>
 #include <QRegularExpression>
 
@@ -193,6 +195,7 @@ TEST_F(clsErrorTest, FailureOfTheReportItselfIsShownInTheServicesOwnBox) {
 class ErrorLogTest : public clsErrorTest {
 protected:
     void SetUp() override {
+        ASSERT_TRUE(alone.lock());
         service.SetLogging(eLogMode::ToFile);
         path = service.logFileName();
         QFile::remove(Paths::toFile(path));
@@ -208,6 +211,8 @@ protected:
                           {5, description, u" source "_s, lastDllError});
     }
 
+    // Tests of this program that start within one second would share a log.
+    QLockFile alone{QCoreApplication::applicationFilePath() + u".lock"_s};
     QString path;
 };
 
