@@ -6,6 +6,7 @@
 #include "platform/Settings.h"
 #include "shell/mdiKolvestra.h"
 #include "views/frmMagWatch.h"
+#include "views/frmMagWatchDetal.h"
 
 #include <QApplication>
 
@@ -34,7 +35,8 @@ void useSettings() {
 
 ChildWindows childWindows(AppContext& context) {
     ChildWindows windows;
-    windows.MagWatch.create = [&context] { return new frmMagWatch(context); };
+    const StandDetail detail = standDetail(context);
+    windows.MagWatch.create = [&context, detail] { return new frmMagWatch(context, detail); };
     windows.MagWatch.beforeShow = [](QWidget* window, qint32 top, qint32 left) {
         auto* view = static_cast<frmMagWatch*>(window);
         view->setTopStand(top);

@@ -14,6 +14,14 @@ QGroupBox* addFrame(QWidget* parent, const char* name, const QString& caption) {
     return frame;
 }
 
+QFrame* addPanel(QWidget* parent, const char* name) {
+    auto* panel = new QFrame(parent);
+    panel->setObjectName(QString::fromLatin1(name));
+    panel->setFrameStyle(QFrame::StyledPanel | QFrame::Plain);
+    panel->setAutoFillBackground(true);
+    return panel;
+}
+
 QLabel* addLabel(QWidget* parent, const char* name, const QString& text, bool bold) {
     auto* label = new QLabel(text, parent);
     label->setObjectName(QString::fromLatin1(name));

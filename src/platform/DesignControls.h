@@ -3,6 +3,7 @@
 #include <QIcon>
 #include <QString>
 
+class QFrame;
 class QGroupBox;
 class QLabel;
 class QWidget;
@@ -11,7 +12,9 @@ namespace regalon {
 
 /// The plain controls that every form is made of. All belong to `parent` and carry their design name.
 
-QGroupBox* addFrame(QWidget* parent, const char* name, const QString& caption = QString());
+/// A frame with its caption in the border, and one without a caption, whose border is its edge.
+QGroupBox* addFrame(QWidget* parent, const char* name, const QString& caption);
+QFrame* addPanel(QWidget* parent, const char* name);
 
 /// A label shows its text as it stands, whatever marks of other programs are in it.
 QLabel* addLabel(QWidget* parent, const char* name, const QString& text = QString(), bool bold = false);
