@@ -19,8 +19,8 @@ struct StandDetailPlace {
     bool operator==(const StandDetailPlace&) const = default;
 };
 
-/// Place of a detail of the given size beside a stand: below it and to the right, unless the window would pass
-/// the end of the hall there. A wish of 0 is none. Raises 6 where a sum leaves 32 bits.
+/// Place of a detail of the given size beside a stand: below it and to the right, unless the window would
+/// pass the end of the hall there. A wish of 0 is none. Raises 6 where a sum leaves 32 bits.
 [[nodiscard]] StandDetailPlace standDetailPlace(qint32 topWish, qint32 leftWish, qint16 shelfCount,
                                                 qint32 width, qint32 height);
 
