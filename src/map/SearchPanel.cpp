@@ -39,17 +39,17 @@ SearchPanel::SearchPanel(AppContext& context, const QString& window, QWidget* pa
 }
 
 void SearchPanel::createChoice() {
-    place(addLabel(this, "Label3", QStringLiteral("Surowiec:")), 150, 345, 1050, 360);
+    place(addLabel(this, "Label3", QStringLiteral("Surowiec:")), 150, 285, 1050, 345);
     m_dtcLookForSur = new DataCombo(this);
     m_dtcLookForSur->setObjectName(QStringLiteral("dtcLookForSur"));
-    place(m_dtcLookForSur, 1230, 345, 5700, 360);
+    place(m_dtcLookForSur, 1230, 285, 6900, 345);
     auto* cmdLookFor = new QPushButton(QStringLiteral("..."), this);
     cmdLookFor->setObjectName(QStringLiteral("cmdLookFor"));
-    place(cmdLookFor, 6990, 345, 450, 360);
+    place(cmdLookFor, 8190, 285, 450, 345);
     connect(cmdLookFor, &QPushButton::clicked, this, &SearchPanel::cmdLookFor_Click);
     m_chkAllItem = new QCheckBox(QStringLiteral("Wszystkie surowce z kartoteki"), this);
     m_chkAllItem->setObjectName(QStringLiteral("chkAllItem"));
-    place(m_chkAllItem, 7650, 345, 3150, 360);
+    place(m_chkAllItem, 1230, 660, 3900, 315);
     connect(m_chkAllItem, &QCheckBox::clicked, this, &SearchPanel::chkAllItem_Click);
 }
 
@@ -60,16 +60,16 @@ void SearchPanel::createToolBar() {
                    programIcon(QStringLiteral("find.ico")));
     bar->addButton(QStringLiteral("key_Cancel"), QStringLiteral("&Anuluj szukanie"), {},
                    programIcon(QStringLiteral("close.ico")));
-    place(bar, 10950, 285, 3900, 480);
+    place(bar, 10200, 255, 4650, 450);
     connect(bar, &ToolBar::buttonClick, this, &SearchPanel::tlbLookForSur_ButtonClick);
 }
 
 void SearchPanel::createResult() {
-    place(addLabel(this, "lblLookForSur", QStringLiteral("Surowiec szukany:")), 150, 870, 1800, 330);
+    place(addLabel(this, "lblLookForSur", QStringLiteral("Surowiec szukany:")), 150, 1005, 1800, 315);
     m_lblSurLookFor = addLabel(this, "lblSurLookFor", {}, true);
-    place(m_lblSurLookFor, 1980, 870, 8820, 330);
+    place(m_lblSurLookFor, 1980, 1005, 8100, 315);
     m_lblSurLookForGroup = addLabel(this, "lblSurLookForGroup");
-    place(m_lblSurLookForGroup, 10950, 870, 3900, 330);
+    place(m_lblSurLookForGroup, 10200, 1005, 4650, 315);
 }
 
 QString SearchPanel::reportName(const char* routine) const {

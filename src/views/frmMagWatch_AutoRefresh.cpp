@@ -24,6 +24,13 @@ namespace regalon {
 namespace {
 
 constexpr int kTimerInterval = 1000;  // milliseconds
+
+// The panel's place on the plan, twips.
+constexpr int kPanelLeft = 5400;
+constexpr int kPanelTop = 1200;
+constexpr int kPanelWidth = 4200;
+constexpr int kPanelHeight = 1950;
+
 constexpr double kSecondsPerMinute = 60;
 
 // Buttons by their numbers.
@@ -44,22 +51,28 @@ void frmMagWatch::createTimer() {
 void frmMagWatch::createAutoRefreshPanel() {
     QGroupBox* frame =
         addFrame(m_surface, "frmAutoRebulidCOnfig", QStringLiteral("Konfiguracja odświeżania magazynu"));
-    place(frame, 5400, 1200, 4200, 2010);
+    place(frame, kPanelLeft, kPanelTop, kPanelWidth, kPanelHeight);
+    // The panel lies on the plan, whose lines would run into it.
+    auto* edge = new QFrame(frame);
+    edge->setFrameStyle(QFrame::Box | QFrame::Plain);
+    edge->setAttribute(Qt::WA_TransparentForMouseEvents);
+    place(edge, 0, 0, kPanelWidth, kPanelHeight);
+    frame->setAlignment(Qt::AlignHCenter);
     frame->hide();
     m_frmAutoRebulidCOnfig = frame;
 
     m_chkAutoRebulidOn = new QCheckBox(QStringLiteral("Włączone automatyczne odświeżanie"), frame);
     m_chkAutoRebulidOn->setObjectName(QStringLiteral("chkAutoRebulidOn"));
     place(m_chkAutoRebulidOn, 150, 345, 3900, 360);
-    place(addLabel(frame, "lblTime", QStringLiteral("Czas odświeżania:")), 150, 810, 1650, 360);
+    place(addLabel(frame, "lblTime", QStringLiteral("Czas odświeżania:")), 150, 810, 1740, 360);
     m_cmbTime = new QComboBox(frame);
     m_cmbTime->setObjectName(QStringLiteral("cmbTime"));
     m_cmbTime->setEditable(true);
     m_cmbTime->setInsertPolicy(QComboBox::NoInsert);
     // A typed "0" would grow into "0,5".
     m_cmbTime->setCompleter(nullptr);
-    place(m_cmbTime, 1830, 810, 1050, 360);
-    place(addLabel(frame, "lblTimeJed", QStringLiteral("[minuta]")), 2985, 810, 1050, 360);
+    place(m_cmbTime, 1950, 810, 1050, 360);
+    place(addLabel(frame, "lblTimeJed", QStringLiteral("[minuta]")), 3090, 810, 960, 360);
 
     auto* bar = new ToolBar(frame);
     bar->setObjectName(QStringLiteral("tlbSaveAutoRebulidParam"));

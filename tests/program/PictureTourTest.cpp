@@ -32,7 +32,7 @@ protected:
     LocalWarehouse warehouse;
 };
 
-TEST_F(PictureTour, LeavesPicturesOfThePlanALocationAndItsMaterials) {
+TEST_F(PictureTour, LeavesPicturesOfThePlanALocationASearchTheRefreshAndTheMaterials) {
     QProcess connect;
     connect.start(QStringLiteral(REGALON_BINARY_DIR "/bin/regalon-connect"), {warehouse.connectFile()});
     connect.write(QStringLiteral("Login:%1\nHaslo:%2\nServer:%3\nBaza:%4\n")
@@ -52,6 +52,12 @@ TEST_F(PictureTour, LeavesPicturesOfThePlanALocationAndItsMaterials) {
     EXPECT_FALSE(picture("materials.png").isNull());
     EXPECT_NE(picture("plan.png"), picture("location.png"));
     EXPECT_NE(picture("location.png"), picture("materials.png"));
+    EXPECT_NE(picture("search.png"), picture("grey.png"));
+    EXPECT_NE(picture("grey.png"), picture("autorefresh.png"));
+    EXPECT_FALSE(picture("grey-2x.png").isNull());
+    EXPECT_FALSE(picture("autorefresh-2x.png").isNull());
+    EXPECT_EQ(warehouse.trace().filter(QStringLiteral(" select A.LocationName,A.LocationPercent")).size(), 2)
+        << "one pass at each density";
     EXPECT_FALSE(
         warehouse.trace().filter(QStringLiteral("exec kolv_mag_Watch_Detal_Item_On_Location")).isEmpty());
 }
