@@ -3,6 +3,7 @@
 #include "program/Display.h"
 #include "program/Plan.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -117,6 +118,24 @@ TEST_P(LocalWarehouseScript, KeepsTheDatabaseOverARestart) {
     sql.write("insert into Znak (Nr) values (1)\nGO\n");
     sql.close();
     EXPECT_EQ(QProcess::execute(magdb, first), 0);
+}
+
+TEST_P(LocalWarehouseScript, TakesTheDatabaseOfANewerBuildAndKeepsTheOldOneBeside) {
+    startServer();
+    ASSERT_EQ(script(QStringLiteral("stop")).exitCode, 0);
+    QFile database(folder + QStringLiteral("/MAGAZYN.db"));
+    ASSERT_TRUE(database.open(QIODevice::ReadOnly));
+    const QByteArray before = database.readAll();
+    database.close();
+    QFile built(folder + QStringLiteral("/MAGAZYN.built"));
+    ASSERT_TRUE(built.open(QIODevice::ReadWrite));
+    ASSERT_TRUE(
+        built.setFileTime(QDateTime::currentDateTime().addYears(-1), QFileDevice::FileModificationTime));
+    built.close();
+    EXPECT_TRUE(answers(startServer()));
+    QFile old(folder + QStringLiteral("/MAGAZYN.db.old"));
+    ASSERT_TRUE(old.open(QIODevice::ReadOnly));
+    EXPECT_EQ(old.readAll(), before);
 }
 
 TEST_P(LocalWarehouseScript, ServesTheClientByTheDocumentedCommandLine) {
