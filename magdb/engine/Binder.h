@@ -87,7 +87,7 @@ private:
     [[nodiscard]] Bound globalVariable(const tsql::GlobalVariableExpr& node);
     [[nodiscard]] Bound unary(const tsql::UnaryExpr& node);
     [[nodiscard]] Bound binary(const tsql::BinaryExpr& node);
-    [[nodiscard]] Bound arithmetic(tsql::BinaryOp op, Bound left, Bound right);
+    [[nodiscard]] Bound arithmetic(tsql::BinaryOp op, const Bound& left, const Bound& right);
     [[nodiscard]] Bound concatenate(const Bound& left, const Bound& right);
     [[nodiscard]] Bound cast(const tsql::CastExpr& node);
     [[nodiscard]] Bound caseOf(const tsql::CaseExpr& node);
@@ -126,7 +126,7 @@ private:
     void orderBy(const tsql::Query& owner, BoundQuery& out);
     void limits(const tsql::SelectBody& body, const tsql::Query* owner, BoundQuery& out);
     [[nodiscard]] std::string limitCount(const tsql::Expr& node);
-    void unify(std::vector<BoundQuery*> parts);
+    void unify(std::vector<BoundQuery>& parts);
     [[nodiscard]] Plan finish(const BoundQuery& query);
     [[nodiscard]] Plan finish(std::string sql, std::vector<ResultColumn> columns);
 
@@ -137,7 +137,7 @@ private:
     [[nodiscard]] std::string joined(const tsql::JoinTable& node, bool optional);
     [[nodiscard]] std::string functionTable(const tsql::FunctionTable& node, bool optional);
     [[nodiscard]] std::string valuesTable(const tsql::ValuesTable& node, bool optional);
-    [[nodiscard]] std::string tableSource(std::shared_ptr<const Table> table, const std::string& name,
+    [[nodiscard]] std::string tableSource(const std::shared_ptr<const Table>& table, const std::string& name,
                                           bool aliased, bool optional);
     [[nodiscard]] std::string querySource(const BoundQuery& bound, const std::string& name, bool aliased,
                                           const std::vector<std::string>& columns, bool optional);

@@ -105,12 +105,8 @@ BoundQuery Binder::valuesRows(const tsql::InsertStatement& statement, const Inse
         m_scope = outer;
         rows.push_back(std::move(bound));
     }
-    std::vector<BoundQuery*> pointers;
-    for (BoundQuery& row : rows) {
-        pointers.push_back(&row);
-    }
     if (rows.size() > 1) {
-        unify(pointers);
+        unify(rows);
     }
     BoundQuery out = rows.front();
     if (rows.size() > 1) {

@@ -233,7 +233,7 @@ Bound Binder::binary(const tsql::BinaryExpr& node) {
     Bound result = expr(*left);
     for (std::size_t i = spine.size(); i-- > 0;) {
         Bound right = expr(*spine[i]->right);
-        result = arithmetic(spine[i]->op, std::move(result), std::move(right));
+        result = arithmetic(spine[i]->op, result, right);
     }
     return result;
 }
@@ -265,7 +265,7 @@ Bound Binder::concatenate(const Bound& left, const Bound& right) {
     return result;
 }
 
-Bound Binder::arithmetic(tsql::BinaryOp op, Bound left, Bound right) {
+Bound Binder::arithmetic(tsql::BinaryOp op, const Bound& left, const Bound& right) {
     const SqlType strong = left.type.id > right.type.id ? left.type : right.type;
     Bound result;
     result.nullable = left.nullable || right.nullable;

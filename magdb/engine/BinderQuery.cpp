@@ -315,27 +315,28 @@ void Binder::limits(const tsql::SelectBody& node, const tsql::Query* owner, Boun
 
 // ---------------------------------------------------------------------------------------- set operations
 
-void Binder::unify(std::vector<BoundQuery*> parts) {
-    const std::size_t count = parts.front()->items.size();
-    for (const BoundQuery* part : parts) {
-        if (part->items.size() != count) {
+void Binder::unify(std::vector<BoundQuery>& parts) {
+    const std::size_t count = parts.front().items.size();
+    for (const BoundQuery& part : parts) {
+        if (part.items.size() != count) {
             raise(205);
         }
     }
     for (std::size_t i = 0; i < count; ++i) {
         SqlType type;
-        for (const BoundQuery* part : parts) {
-            const Bound& item = part->items[i];
+        for (const BoundQuery& part : parts) {
+            const Bound& item = part.items[i];
             type = type.id == TypeId::Decimal && item.digits > 0 ? commonType(type, asDecimal(item))
                                                                  : commonType(type, item.type);
         }
-        for (BoundQuery* part : parts) {
-            Bound& item = part->items[i];
-            if (!part->compound.empty() && !isSameRepresentation(item.type, type)) {
+        for (BoundQuery& part : parts) {
+            Bound& item = part.items[i];
+            if (!part.compound.empty() && !isSameRepresentation(item.type, type)) {
                 // The converted column needs a query of its own around the set operation.
-                std::string sql = assemble(*part);
-                const std::vector<Bound> old = part->items;
-                *part = BoundQuery{part->names, old, " FROM (" + sql + ")", false, {}, {}, {}, false};
+                part.tail = " FROM (" + assemble(part) + ")";
+                part.compound.clear();
+                part.order.clear();
+                part.limit.clear();
             }
             item = to(item, type.id == TypeId::Null ? plainType(TypeId::Int) : type);
         }
@@ -362,11 +363,7 @@ BoundQuery Binder::setOperation(const tsql::SetOperationBody& node) {
     for (const tsql::QueryBody* part : nodes) {
         parts.push_back(body(*part, nullptr));
     }
-    std::vector<BoundQuery*> pointers;
-    for (BoundQuery& part : parts) {
-        pointers.push_back(&part);
-    }
-    unify(pointers);
+    unify(parts);
 
     const bool compares = std::any_of(operators.begin(), operators.end(),
                                       [](tsql::SetOp op) { return op != tsql::SetOp::UnionAll; });

@@ -149,8 +149,6 @@ std::string Binder::joined(const tsql::JoinTable& node, bool optional) {
             leftOptional = rightOptional = true;
             break;
         case tsql::JoinType::Cross:
-            word = " CROSS JOIN ";
-            break;
         case tsql::JoinType::CrossApply:
             word = " CROSS JOIN ";
             break;
@@ -183,8 +181,8 @@ std::string Binder::joined(const tsql::JoinTable& node, bool optional) {
     return text;
 }
 
-std::string Binder::tableSource(std::shared_ptr<const Table> table, const std::string& name, bool aliased,
-                                bool optional) {
+std::string Binder::tableSource(const std::shared_ptr<const Table>& table, const std::string& name,
+                                bool aliased, bool optional) {
     Source entry;
     entry.name = name;
     entry.aliased = aliased;
@@ -202,7 +200,7 @@ std::string Binder::tableSource(std::shared_ptr<const Table> table, const std::s
         entry.columns.push_back(std::move(entryColumn));
     }
     addComputed(entry);
-    const std::string text = table->physical + " AS " + entry.sqlAlias;
+    std::string text = table->physical + " AS " + entry.sqlAlias;
     addSource(std::move(entry));
     return text;
 }
@@ -228,7 +226,7 @@ std::string Binder::querySource(const BoundQuery& bound, const std::string& name
         }
         entry.columns.push_back(std::move(column));
     }
-    const std::string text = "(" + assemble(bound) + ") AS " + entry.sqlAlias;
+    std::string text = "(" + assemble(bound) + ") AS " + entry.sqlAlias;
     addSource(std::move(entry));
     return text;
 }
@@ -302,7 +300,7 @@ std::string Binder::named(const tsql::NamedTable& node, bool optional) {
                 for (std::size_t k = 0; k < entry.columns.size(); ++k) {
                     entry.columns[k].value.sql = entry.sqlAlias + ".c" + std::to_string(k + 1);
                 }
-                const std::string text = m_commons[i].recursiveName + " AS " + entry.sqlAlias;
+                std::string text = m_commons[i].recursiveName + " AS " + entry.sqlAlias;
                 addSource(std::move(entry));
                 return text;
             }
@@ -536,11 +534,7 @@ std::string Binder::valuesTable(const tsql::ValuesTable& node, bool optional) {
         rows.push_back(std::move(bound));
     }
     m_scope = outer;
-    std::vector<BoundQuery*> pointers;
-    for (BoundQuery& row : rows) {
-        pointers.push_back(&row);
-    }
-    unify(pointers);
+    unify(rows);
     BoundQuery out;
     out.names = node.columns;
     out.tail = " FROM (" + valuesText(rows) + ")";

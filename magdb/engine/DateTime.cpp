@@ -382,9 +382,9 @@ std::int64_t partsBetween(DatePart part, const DateTimeValue& start, const DateT
             return (std::int64_t{end.days} + 1 + 7 * kShift) / 7 -
                    (std::int64_t{start.days} + 1 + 7 * kShift) / 7;
         case DatePart::Hour:
-            return shifted(3600 * kTicksPerSecond);
+            return shifted(std::int64_t{3600} * kTicksPerSecond);
         case DatePart::Minute:
-            return shifted(60 * kTicksPerSecond);
+            return shifted(std::int64_t{60} * kTicksPerSecond);
         case DatePart::Second:
             return shifted(kTicksPerSecond);
         case DatePart::Millisecond:

@@ -94,6 +94,12 @@ TEST_F(Statements, SetOperationsTakeOutDoublesAndUnifyTypes) {
     EXPECT_EQ(run("SELECT v FROM (VALUES (1), (2), (2)) t (v) EXCEPT SELECT 1"), "2");
     EXPECT_EQ(run("SELECT v FROM (VALUES (1), (2)) t (v) INTERSECT SELECT 2"), "2");
     EXPECT_EQ(run("SELECT COUNT(*) FROM (SELECT 'A' AS v UNION SELECT 'a ') t"), "1");
+    // Nested operations are converted as a whole, in every column.
+    EXPECT_EQ(run("SELECT 1.5 AS a UNION ALL (SELECT 1 UNION SELECT 1 UNION SELECT 2) ORDER BY a"),
+              "1.0;1.5;2.0");
+    EXPECT_EQ(run("SELECT 2.5 AS a, CAST('20230101' AS date) AS b UNION ALL "
+                  "(SELECT 1, '20240101' UNION SELECT 1, '20240102') ORDER BY b"),
+              "2.5|2023-01-01 00:00:00.000;1.0|2024-01-01 00:00:00.000;1.0|2024-01-02 00:00:00.000");
     EXPECT_EQ(typed("SELECT 'a' AS v UNION ALL SELECT N'bcd' ORDER BY v"),
               "nvarchar(3) 'a';nvarchar(3) 'bcd'");
     EXPECT_EQ(
