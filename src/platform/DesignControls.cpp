@@ -1,9 +1,11 @@
 #include "platform/DesignControls.h"
 
 #include "platform/FileIcon.h"
+#include "platform/ImageList.h"
 
 #include <QGroupBox>
 #include <QLabel>
+#include <QLineEdit>
 
 namespace regalon {
 
@@ -32,8 +34,21 @@ QLabel* addLabel(QWidget* parent, const char* name, const QString& text, bool bo
     return label;
 }
 
+QLineEdit* addNumberBox(QWidget* parent, const char* name, const QString& meaning) {
+    auto* box = new QLineEdit(parent);
+    box->setObjectName(QString::fromLatin1(name));
+    box->setToolTip(meaning);
+    box->setAlignment(Qt::AlignHCenter);
+    return box;
+}
+
 QIcon programIcon(const QString& file) {
     return fileIcon(QStringLiteral(":/icons/") + file);
+}
+
+void setRowIcons(ImageList& icons, std::initializer_list<int> numbers) {
+    for (const int number : numbers)
+        icons.set(number, programIcon(QStringLiteral("img_%1.ico").arg(number, 2, 10, QLatin1Char('0'))));
 }
 
 }  // namespace regalon

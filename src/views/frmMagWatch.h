@@ -11,7 +11,6 @@
 #include <QWidget>
 
 #include <memory>
-#include <optional>
 
 class QCheckBox;
 class QComboBox;
@@ -89,7 +88,6 @@ private:
     void openStandDetail(qint16 rank, qint16 stand, int index);
     void openLocationList();
     void closeLocationList();
-    std::optional<LocationAddress> typedAddress() const;
     void FiilItemOnLocation(const LocationAddress& address);
 
     AppContext& m_context;

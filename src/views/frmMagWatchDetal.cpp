@@ -6,6 +6,7 @@
 #include "map/LocationItemList.h"
 #include "map/LocationName.h"
 #include "map/RankLetter.h"
+#include "map/TypedLocation.h"
 #include "platform/Convert.h"
 #include "platform/ListView.h"
 #include "platform/Paths.h"
@@ -163,7 +164,9 @@ void frmMagWatchDetal::tabSurParam_Click(int number) {
 void frmMagWatchDetal::tlbWatchFullSurLocation_ButtonClick(const QString& key) {
     WindowTrap("frmMagWatchDetal - tlbWatchFullSurLocation_ButtonClick", [&] {
         if (key == u"key_Akcept") {
-            if (const std::optional<LocationAddress> address = typedAddress()) {
+            const std::optional<LocationAddress> address = typedLocation(
+                QString::number(m_rank), QString::number(m_stand), m_txtShelf->text(), m_txtLocation->text());
+            if (address) {
                 FiilItemOnLocation(*address);
                 m_frmWathLocationShiftItem->show();
             }
@@ -180,17 +183,6 @@ void frmMagWatchDetal::tlbCancelWatchSur_ButtonClick(const QString& key) {
         if (key == u"key_Cancel")
             m_frmWathLocationShiftItem->hide();
     });
-}
-
-/// The location in the two text boxes; none unless both are numbers and no number is below 1.
-std::optional<LocationAddress> frmMagWatchDetal::typedAddress() const {
-    if (!IsNumeric(m_txtShelf->text()) || !IsNumeric(m_txtLocation->text()))
-        return std::nullopt;
-    const LocationAddress address{m_rank, m_stand, ToInt16(m_txtShelf->text()),
-                                  ToInt16(m_txtLocation->text())};
-    if (address.Rank < 1 || address.Stand < 1 || address.Shelf < 1 || address.Location < 1)
-        return std::nullopt;
-    return address;
 }
 
 void frmMagWatchDetal::FiilItemOnLocation(const LocationAddress& address) {

@@ -11,7 +11,6 @@
 #include <QString>
 
 #include <memory>
-#include <optional>
 
 class QFrame;
 class QLabel;
@@ -88,7 +87,6 @@ private:
     void clearItem();
     void showFigures(const LocationFigures& figures);
     void showSizes(qint16 depth, qint16 height, qint16 width, qint16 weight);
-    std::optional<LocationAddress> typedAddress() const;
     QString iconPath(const QString& file) const;
 
     AppContext& m_context;

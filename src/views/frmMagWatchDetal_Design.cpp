@@ -61,11 +61,8 @@ QLabel* addValue(QWidget* parent, const char* name, int row, int left, int width
     return label;
 }
 
-QLineEdit* addNumberBox(QWidget* parent, const char* name, const QString& meaning, int left) {
-    auto* box = new QLineEdit(parent);
-    box->setObjectName(QString::fromLatin1(name));
-    box->setToolTip(meaning);
-    box->setAlignment(Qt::AlignHCenter);
+QLineEdit* addAddressBox(QWidget* parent, const char* name, const QString& meaning, int left) {
+    QLineEdit* box = addNumberBox(parent, name, meaning);
     place(box, left, 120, 615, 285);
     return box;
 }
@@ -155,8 +152,8 @@ void frmMagWatchDetal::createCaptions() {
     place(frmParamStand, 600, -90, 6855, 495);
     m_lblParamStand = addLabel(frmParamStand, "lblParamStand");
     place(m_lblParamStand, 120, 150, 5385, 285);
-    m_txtShelf = addNumberBox(this, "txtShelf", QStringLiteral("Półka"), 6840);
-    m_txtLocation = addNumberBox(this, "txtLocation", QStringLiteral("Lokalizacja"), 6120);
+    m_txtShelf = addAddressBox(this, "txtShelf", QStringLiteral("Półka"), 6840);
+    m_txtLocation = addAddressBox(this, "txtLocation", QStringLiteral("Lokalizacja"), 6120);
 
     QFrame* frmSurLocation = addPanel(this, "frmSurLocation");
     place(frmSurLocation, 720, 3630, 6615, 470);
@@ -261,8 +258,7 @@ void frmMagWatchDetal::createNotes() {
 }
 
 void frmMagWatchDetal::createMaterialList() {
-    for (const int number : {40, 42})
-        m_imgSmall.set(number, programIcon(QStringLiteral("img_%1.ico").arg(number)));
+    setRowIcons(m_imgSmall, {40, 42});
     m_frmWathLocationShiftItem = addPanel(this, "frmWathLocationShiftItem");
     place(m_frmWathLocationShiftItem, 75, 480, 7935, 3195);
     m_tlbCancelWatchSur = addToolBar(m_frmWathLocationShiftItem, "tlbCancelWatchSur");

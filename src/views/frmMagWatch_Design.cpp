@@ -4,7 +4,7 @@
 #include "map/MapCanvas.h"
 #include "map/SearchPanel.h"
 #include "platform/CommonDialog.h"
-#include "platform/FileIcon.h"
+#include "platform/DesignControls.h"
 #include "platform/KeyPreview.h"
 #include "platform/ListView.h"
 #include "platform/ToolBar.h"
@@ -32,32 +32,8 @@ constexpr int kPanelTop = 8310;
 constexpr int kPanelWidth = kSurfaceWidth - 240;
 constexpr int kPanelHeight = kSurfaceHeight - kPanelTop - 30;
 
-QIcon programIcon(const char* name) {
-    return fileIcon(QStringLiteral(":/icons/") + QString::fromLatin1(name));
-}
-
-QGroupBox* addFrame(QWidget* parent, const char* name, const QString& caption) {
-    auto* frame = new QGroupBox(caption, parent);
-    frame->setObjectName(QString::fromLatin1(name));
-    frame->setAutoFillBackground(true);
-    return frame;
-}
-
-QLabel* addLabel(QWidget* parent, const char* name, bool bold = false) {
-    auto* label = new QLabel(parent);
-    label->setObjectName(QString::fromLatin1(name));
-    label->setTextFormat(Qt::PlainText);
-    QFont font = label->font();
-    font.setBold(bold);
-    label->setFont(font);
-    return label;
-}
-
-QLineEdit* addNumberBox(QWidget* parent, const char* name, const QString& meaning, int left) {
-    auto* box = new QLineEdit(parent);
-    box->setObjectName(QString::fromLatin1(name));
-    box->setToolTip(meaning);
-    box->setAlignment(Qt::AlignHCenter);
+QLineEdit* addAddressBox(QWidget* parent, const char* name, const QString& meaning, int left) {
+    QLineEdit* box = addNumberBox(parent, name, meaning);
     place(box, left, 300, 540, 315);
     return box;
 }
@@ -87,8 +63,7 @@ QSize frmMagWatch::sizeHint() const {
 }
 
 void frmMagWatch::createImages() {
-    for (const int number : {40, 42})
-        m_imgSmall.set(number, programIcon(qPrintable(QStringLiteral("img_%1.ico").arg(number))));
+    setRowIcons(m_imgSmall, {40, 42});
 }
 
 void frmMagWatch::createPlan() {
@@ -118,14 +93,14 @@ void frmMagWatch::createToolbars() {
     m_tlbCmd = new ToolBar;
     m_tlbCmd->setObjectName(QStringLiteral("tlbCmd"));
     m_tlbCmd->addButton(QStringLiteral("key_Exit"), QStringLiteral("&Wyjście"), QStringLiteral("Wyjscie"),
-                        programIcon("exit.ico"));
+                        programIcon(QStringLiteral("exit.ico")));
     m_tlbCmd->addSeparator(QStringLiteral("keySeparator"));
     m_tlbCmd->addButton(QStringLiteral("key_ReBulid"), QStringLiteral("Odśwież magazyn"), {},
-                        programIcon("refresh.ico"));
+                        programIcon(QStringLiteral("refresh.ico")));
     m_tlbCmd->addButton(QStringLiteral("key_AutoRebulid"), QStringLiteral("Auto odświeżanie "), {},
-                        programIcon("clock.ico"));
+                        programIcon(QStringLiteral("clock.ico")));
     m_tlbCmd->addButton(QStringLiteral("key_LokkFor"), QStringLiteral("&Znajdź surowiec"), {},
-                        programIcon("find.ico"));
+                        programIcon(QStringLiteral("find.ico")));
     clbData->addBand(m_tlbCmd);
     connect(m_tlbCmd, &ToolBar::buttonClick, this, &frmMagWatch::tlbCmd_ButtonClick);
 
@@ -133,8 +108,7 @@ void frmMagWatch::createToolbars() {
     m_tlbStatusRefresh->setObjectName(QStringLiteral("tlbStatusRefresh"));
     m_tlbStatusRefresh->addButton(QStringLiteral("key_Time"), QString());
     // The unit stands beside the seconds and comes and goes with them.
-    QLabel* unit = addLabel(m_tlbStatusRefresh, "Label9");
-    unit->setText(QStringLiteral("[minuta]"));
+    QLabel* unit = addLabel(m_tlbStatusRefresh, "Label9", QStringLiteral("[minuta]"));
     m_tlbStatusRefresh->addWidget(unit);
     clbData->addBand(m_tlbStatusRefresh);
 }
@@ -143,12 +117,12 @@ void frmMagWatch::createStatusPanel() {
     m_frmWatchData = addFrame(m_surface, "frmWatchData", QStringLiteral("Status czynności"));
     place(m_frmWatchData, kPanelLeft, kPanelTop, kPanelWidth, kPanelHeight);
 
-    m_lblObjectClick = addLabel(m_frmWatchData, "lblObjectClick", true);
+    m_lblObjectClick = addLabel(m_frmWatchData, "lblObjectClick", {}, true);
     place(m_lblObjectClick, 150, 300, 5550, 315);
-    m_txtRank = addNumberBox(m_frmWatchData, "txtRank", QStringLiteral("Rząd"), 5850);
-    m_txtStand = addNumberBox(m_frmWatchData, "txtStand", QStringLiteral("Regał"), 6450);
-    m_txtShelf = addNumberBox(m_frmWatchData, "txtShelf", QStringLiteral("Półka"), 7050);
-    m_txtLocation = addNumberBox(m_frmWatchData, "txtLocation", QStringLiteral("Lokalizacja"), 7650);
+    m_txtRank = addAddressBox(m_frmWatchData, "txtRank", QStringLiteral("Rząd"), 5850);
+    m_txtStand = addAddressBox(m_frmWatchData, "txtStand", QStringLiteral("Regał"), 6450);
+    m_txtShelf = addAddressBox(m_frmWatchData, "txtShelf", QStringLiteral("Półka"), 7050);
+    m_txtLocation = addAddressBox(m_frmWatchData, "txtLocation", QStringLiteral("Lokalizacja"), 7650);
     m_lblObjectParam = addLabel(m_frmWatchData, "lblObjectParam");
     place(m_lblObjectParam, 150, 600, kPanelWidth - 300, 285);
     m_lblObjectParam2 = addLabel(m_frmWatchData, "lblObjectParam2");
@@ -158,10 +132,10 @@ void frmMagWatch::createStatusPanel() {
     m_tlbWatchFullSurLocation->setObjectName(QStringLiteral("tlbWatchFullSurLocation"));
     m_tlbWatchFullSurLocation->addButton(QStringLiteral("key_Akcept"),
                                          QStringLiteral("&Podglad wszytkich surowców na lokalizacji"), {},
-                                         programIcon("list.ico"));
+                                         programIcon(QStringLiteral("list.ico")));
     m_tlbWatchFullSurLocation->addButton(QStringLiteral("key_Cancel"),
                                          QStringLiteral("&Zamknij podglad surowców na lokalizacji"), {},
-                                         programIcon("close.ico"));
+                                         programIcon(QStringLiteral("close.ico")));
     place(m_tlbWatchFullSurLocation, 5550, 870, kPanelWidth - 5700, 480);
     connect(m_tlbWatchFullSurLocation, &ToolBar::buttonClick, this,
             &frmMagWatch::tlbWatchFullSurLocation_ButtonClick);

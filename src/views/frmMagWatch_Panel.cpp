@@ -6,6 +6,7 @@
 #include "map/LocationName.h"
 #include "map/MapCanvas.h"
 #include "map/RankLetter.h"
+#include "map/TypedLocation.h"
 #include "platform/Convert.h"
 #include "platform/ListView.h"
 #include "platform/ToolBar.h"
@@ -15,8 +16,6 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
-
-#include <array>
 
 namespace regalon {
 
@@ -76,7 +75,8 @@ void frmMagWatch::tlbWatchFullSurLocation_ButtonClick(const QString& key) {
 }
 
 void frmMagWatch::openLocationList() {
-    const std::optional<LocationAddress> address = typedAddress();
+    const std::optional<LocationAddress> address =
+        typedLocation(m_txtRank->text(), m_txtStand->text(), m_txtShelf->text(), m_txtLocation->text());
     if (!address)
         return;
     FiilItemOnLocation(*address);
@@ -89,22 +89,6 @@ void frmMagWatch::closeLocationList() {
     m_frmWathLocationShiftItem->hide();
     m_tlbWatchFullSurLocation->button(kCloseList)->setEnabled(false);
     m_tlbWatchFullSurLocation->button(kOpenList)->setEnabled(true);
-}
-
-/// The address in the four text boxes; none unless all four are numbers of at least 1.
-std::optional<LocationAddress> frmMagWatch::typedAddress() const {
-    const std::array<const QLineEdit*, 4> boxes = {m_txtRank, m_txtStand, m_txtShelf, m_txtLocation};
-    for (const QLineEdit* box : boxes) {
-        if (!IsNumeric(box->text()))
-            return std::nullopt;
-    }
-    std::array<qint16, 4> numbers{};
-    for (std::size_t box = 0; box < boxes.size(); ++box) {
-        numbers[box] = ToInt16(boxes[box]->text());
-        if (numbers[box] < 1)
-            return std::nullopt;
-    }
-    return LocationAddress{numbers[0], numbers[1], numbers[2], numbers[3]};
 }
 
 void frmMagWatch::FiilItemOnLocation(const LocationAddress& address) {
