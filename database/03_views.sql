@@ -1,4 +1,4 @@
--- Views that the client reads with "select *", and three of the procedures' own.
+-- Views that the client reads with "select *", and five of the procedures' own.
 -- A list takes column 1 as key and column 2 as text. A grid takes a column's name as caption:width;alignment, width in
 -- twips, alignment 0 left, 1 right, 2 centre; names with xxx_ are hidden and must stand last, without a width.
 
@@ -44,6 +44,51 @@ SELECT Rank, Stand, Shelf, Location, COUNT(*) AS PackageCount, SUM(Quantity) AS 
 FROM dbo.Kolv_Mag_BarCode_Sur
 WHERE Active = N'Y' AND Rank IS NOT NULL
 GROUP BY Rank, Stand, Shelf, Location;
+GO
+
+-- Fill and icon that each location ought to show: the greater of the shares of volume and weight, 0 only when nothing
+-- lies there, 100 at most.
+DROP VIEW IF EXISTS dbo.Kolv_vv_mag_Location_Fill;
+GO
+CREATE VIEW dbo.Kolv_vv_mag_Location_Fill
+AS
+SELECT X.Rank, X.Stand, X.Shelf, X.Location, X.Fill AS LocationPercent,
+    X.Family + N'_P_' + CASE WHEN X.Fill < 10 THEN N'0' ELSE N'' END + CAST(X.Fill AS nvarchar(3)) + N'.ico'
+        AS LocationIcon
+FROM (
+    SELECT P.Rank, P.Stand, P.Shelf, P.Location, P.Family,
+        CAST(CASE WHEN P.Share IS NULL THEN 0
+            WHEN P.Share >= 99.5 THEN 100
+            WHEN P.Share < 1 THEN 1
+            ELSE ROUND(P.Share, 0) END AS smallint) AS Fill
+    FROM (
+        SELECT S.Rank, S.Stand, S.Shelf, S.Location, S.Family,
+            CASE WHEN W.LoadVolume / S.SpaceVolume > W.LoadWeight / S.SpaceWeight
+                THEN 100.0 * W.LoadVolume / S.SpaceVolume
+                ELSE 100.0 * W.LoadWeight / S.SpaceWeight END AS Share
+        FROM dbo.Kolv_vv_mag_Location_Space AS S
+            LEFT JOIN dbo.Kolv_vv_mag_Location_Load AS W
+                ON W.Rank = S.Rank AND W.Stand = S.Stand AND W.Shelf = S.Shelf AND W.Location = S.Location
+    ) AS P
+) AS X;
+GO
+
+-- The share of its location that each placed package takes up, in per cent.
+DROP VIEW IF EXISTS dbo.Kolv_vv_mag_Package_Share;
+GO
+CREATE VIEW dbo.Kolv_vv_mag_Package_Share
+AS
+SELECT P.BarCode, P.Rank, P.Stand, P.Shelf, P.Location,
+    CASE WHEN P.VolumeShare > P.WeightShare THEN P.VolumeShare ELSE P.WeightShare END AS LinePercent
+FROM (
+    SELECT K.BarCode, K.Rank, K.Stand, K.Shelf, K.Location,
+        CAST(CAST(ISNULL(K.PackLength, 0) AS float) * ISNULL(K.PackWidth, 0) * ISNULL(K.PackHeight, 0)
+            / 10000.0 / S.SpaceVolume AS decimal(9, 2)) AS VolumeShare,
+        CAST(100.0 * CAST(ISNULL(K.PackWeight, 0) AS float) / S.SpaceWeight AS decimal(9, 2)) AS WeightShare
+    FROM dbo.Kolv_Mag_BarCode_Sur AS K
+        INNER JOIN dbo.Kolv_vv_mag_Location_Space AS S
+            ON S.Rank = K.Rank AND S.Stand = K.Stand AND S.Shelf = K.Shelf AND S.Location = K.Location
+) AS P;
 GO
 
 -- What lies on each location, one row for each material, and the assigned material also where none of it lies.
