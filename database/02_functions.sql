@@ -19,3 +19,38 @@ BEGIN
     RETURN @Digits + CAST((10 - @Sum % 10) % 10 AS nvarchar(1));
 END
 GO
+
+-- A stand as a message names it: „Regał 4” (Rząd B).
+DROP FUNCTION IF EXISTS dbo.kolv_mag_fn_StandText;
+GO
+CREATE FUNCTION dbo.kolv_mag_fn_StandText (@Rank smallint, @Stand smallint)
+RETURNS nvarchar(110)
+AS
+BEGIN
+    DECLARE @StandName nvarchar(50);
+    DECLARE @RankName nvarchar(50);
+
+    SELECT @StandName = StandName FROM dbo.kolv_mag_Stand WHERE Rank = @Rank AND Stand = @Stand;
+    SELECT @RankName = RankName FROM dbo.kolv_mag_Rank WHERE Rank = @Rank;
+    IF ISNULL(@StandName, N'') = N''
+        SET @StandName = N'Regał ' + CAST(@Stand AS nvarchar(6));
+    IF ISNULL(@RankName, N'') = N''
+        SET @RankName = N'Rząd ' + CAST(@Rank AS nvarchar(6));
+    RETURN N'„' + @StandName + N'” (' + @RankName + N')';
+END
+GO
+
+-- How far a stand reaches above the top edge of its picture, in twips: the upper edge of its highest locations.
+DROP FUNCTION IF EXISTS dbo.kolv_mag_fn_StandReach;
+GO
+CREATE FUNCTION dbo.kolv_mag_fn_StandReach (@ShelfCount smallint)
+RETURNS int
+AS
+BEGIN
+    RETURN CASE WHEN @ShelfCount >= 4 THEN 765
+        WHEN @ShelfCount = 3 THEN 580
+        WHEN @ShelfCount = 2 THEN 400
+        WHEN @ShelfCount = 1 THEN 215
+        ELSE 0 END;
+END
+GO

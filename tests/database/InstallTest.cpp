@@ -88,7 +88,19 @@ TEST(Install, ProceduresHaveTheParametersOfTheirContract) {
         {"Kolv_mag_Param_Location", "@Rank @Stand @Shelf @Location"},
         {"kolv_mag_Sur_On_Mag", "@Aplication"},
         {"Kolv_mag_LookFor_Item", "@Pattern @Column @Step"},
-        {"Kolv_mag_LookFor_Item_2", "@Pattern @Column @Step"}};
+        {"Kolv_mag_LookFor_Item_2", "@Pattern @Column @Step"},
+        {"kolv_mag_AddBookstandValidate",
+         "@Rank @Stand @Shelf @StandIcon @Top @Left @Shelf_1 @Shelf_2 @Shelf_3 @Shelf_4 @StandVisable "
+         "@StandEnable @StandFrameArround @StandDescriprion @ErrDesc*"},
+        {"kolv_mag_AddBookstand",
+         "@Rank @Stand @Shelf @StandIcon @Top @Left @Shelf_1 @Shelf_2 @Shelf_3 @Shelf_4 @StandVisable "
+         "@StandEnable @StandFrameArround @StandDescription @ErrDesc*"},
+        {"kolv_mag_RemoveBookstandValidate", "@Rank @Stand @ErrDesc*"},
+        {"kolv_mag_RemoveBookstand", "@Rank @Stand @ErrDesc*"},
+        {"kolv_mag_Save_Sur_Location",
+         "@Rank @Stand @Shelf @Location @ItemCode @GroupSur @UserSign @ErrDesc*"},
+        {"kolv_mag_Add_Value_Param",
+         "@Rank @Stand @Shelf @Location @ParamName @ParamValue @ParamImage @ParamType @ErrDesc*"}};
     for (const auto& [procedure, expected] : contracts) {
         const Rows rows = connection.run("exec sp_sproc_columns N'" + procedure + "'");
         const auto place = [&rows](const char* name) {
