@@ -100,7 +100,11 @@ TEST(Install, ProceduresHaveTheParametersOfTheirContract) {
         {"kolv_mag_Save_Sur_Location",
          "@Rank @Stand @Shelf @Location @ItemCode @GroupSur @UserSign @ErrDesc*"},
         {"kolv_mag_Add_Value_Param",
-         "@Rank @Stand @Shelf @Location @ParamName @ParamValue @ParamImage @ParamType @ErrDesc*"}};
+         "@Rank @Stand @Shelf @Location @ParamName @ParamValue @ParamImage @ParamType @ErrDesc*"},
+        {"kolv_mag_Save_Group_Sur", "@GroupCode @NewGroupName @UserSign @ErrDesc*"},
+        {"kolv_mag_Add_Sur_On_Group", "@GroupCode @ItemCode @UserSign @ErrDesc*"},
+        {"kolv_mag_ConfirmGroupSur", "@GroupSur"},
+        {"kolv_mag_DeleteGroupSur", "@GroupSur"}};
     for (const auto& [procedure, expected] : contracts) {
         const Rows rows = connection.run("exec sp_sproc_columns N'" + procedure + "'");
         const auto place = [&rows](const char* name) {
