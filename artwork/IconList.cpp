@@ -38,18 +38,21 @@ struct Symbol {
 };
 // The numbers of row icons are those of the windows' image lists.
 constexpr Symbol symbols[] = {
-    {"img_01.ico", small, drawRowReady},   {"img_02.ico", small, drawRowPartly},
-    {"img_11.ico", small, drawBack},       {"img_14.ico", small, drawRowConfirmed},
-    {"img_16.ico", small, drawRowPending}, {"img_37.ico", small, drawRowClosed},
-    {"img_39.ico", small, drawSearchMark}, {"img_40.ico", small, drawRowOther},
-    {"img_41.ico", small, drawRowStock},   {"img_42.ico", small, drawRowAssigned},
-    {"img_43.ico", small, drawSortMark},   {"k1.ico", small, drawPointerDown},
-    {"k2.ico", small, drawPointerUp},      {"exit.ico", small, drawExit},
-    {"refresh.ico", small, drawRefresh},   {"clock.ico", small, drawClock},
-    {"find.ico", small, drawLens},         {"list.ico", small, drawList},
-    {"close.ico", small, drawClose},       {"door_1.ico", large, drawEntranceDoor},
-    {"door_2.ico", large, drawGate},       {"busy.ico", large, drawBusyPointer},
-    {"regalon.ico", large, drawProgram},
+    {"img_01.ico", small, drawRowReady},     {"img_02.ico", small, drawRowPartly},
+    {"img_11.ico", small, drawBack},         {"img_14.ico", small, drawRowConfirmed},
+    {"img_16.ico", small, drawRowPending},   {"img_24.ico", small, drawRowReady},
+    {"img_25.ico", small, drawSave},         {"img_37.ico", small, drawRowClosed},
+    {"img_39.ico", small, drawSearchMark},   {"img_40.ico", small, drawRowOther},
+    {"img_41.ico", small, drawRowStock},     {"img_42.ico", small, drawRowAssigned},
+    {"img_43.ico", small, drawSortMark},     {"k1.ico", small, drawPointerDown},
+    {"k2.ico", small, drawPointerUp},        {"exit.ico", small, drawExit},
+    {"refresh.ico", small, drawRefresh},     {"clock.ico", small, drawClock},
+    {"find.ico", small, drawLens},           {"list.ico", small, drawList},
+    {"close.ico", small, drawClose},         {"folder.ico", small, drawFolder},
+    {"label.ico", small, drawLabelPrint},    {"groups.ico", small, drawCartons},
+    {"right.ico", small, drawToRight},       {"left.ico", small, drawToLeft},
+    {"door_1.ico", large, drawEntranceDoor}, {"door_2.ico", large, drawGate},
+    {"busy.ico", large, drawBusyPointer},    {"regalon.ico", large, drawProgram},
 };
 
 QString twoDigits(int number) {

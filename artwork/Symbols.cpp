@@ -173,6 +173,53 @@ void drawClose(QPainter& painter) {
     painter.drawLine(QPointF(12, 4), QPointF(4, 12));
 }
 
+void drawSave(QPainter& painter) {
+    setArea(painter, palette::steel);
+    painter.drawPolygon(QPolygonF{{1.5, 1.5}, {12, 1.5}, {14.5, 4}, {14.5, 14.5}, {1.5, 14.5}});
+    setArea(painter, palette::paper);
+    painter.drawRect(QRectF(4.5, 2.5, 6, 4));
+    painter.drawRect(QRectF(4, 9, 8, 5.5));
+    setArea(painter, palette::blue);
+    painter.drawRect(QRectF(5.5, 11, 5, 1.5));
+}
+
+void drawFolder(QPainter& painter) {
+    setArea(painter, palette::brown);
+    painter.drawPolygon(QPolygonF{{1.5, 3}, {6.5, 3}, {8, 5}, {14.5, 5}, {14.5, 13}, {1.5, 13}});
+    setArea(painter, palette::amber);
+    painter.drawPolygon(QPolygonF{{1.5, 13}, {3.5, 7}, {15.5, 7}, {14, 13}});
+}
+
+void drawLabelPrint(QPainter& painter) {
+    setArea(painter, palette::steel);
+    painter.drawRect(QRectF(1.5, 5, 13, 6));
+    setLine(painter, palette::ink, 1);
+    painter.setBrush(QColor(palette::paper));
+    painter.drawRect(QRectF(4, 1.5, 8, 3.5));
+    painter.drawRect(QRectF(4, 8.5, 8, 6));
+    for (const double left : {5.5, 7.5, 10.0})
+        painter.drawLine(QPointF(left, 10.5), QPointF(left, 12.5));
+}
+
+void drawCartons(QPainter& painter) {
+    setArea(painter, palette::amber);
+    painter.drawRect(QRectF(1.5, 8.5, 6, 6));
+    setArea(painter, palette::blue);
+    painter.drawRect(QRectF(8.5, 8.5, 6, 6));
+    setArea(painter, palette::teal);
+    painter.drawRect(QRectF(5, 1.5, 6, 6));
+}
+
+void drawToRight(QPainter& painter) {
+    drawArrowHead(painter, palette::blue,
+                  QPolygonF{{15, 8}, {8, 15}, {8, 10.5}, {1, 10.5}, {1, 5.5}, {8, 5.5}, {8, 1}});
+}
+
+void drawToLeft(QPainter& painter) {
+    drawArrowHead(painter, palette::blue,
+                  QPolygonF{{1, 8}, {8, 15}, {8, 10.5}, {15, 10.5}, {15, 5.5}, {8, 5.5}, {8, 1}});
+}
+
 void drawEntranceDoor(QPainter& painter) {
     // A door as on a building plan: the leaf and the quarter circle that it sweeps, with the way in.
     setLine(painter, palette::steel, 2);

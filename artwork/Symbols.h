@@ -28,6 +28,12 @@ void drawClock(QPainter& painter);
 void drawLens(QPainter& painter);
 void drawList(QPainter& painter);
 void drawClose(QPainter& painter);
+void drawSave(QPainter& painter);
+void drawFolder(QPainter& painter);
+void drawLabelPrint(QPainter& painter);
+void drawCartons(QPainter& painter);
+void drawToRight(QPainter& painter);
+void drawToLeft(QPainter& painter);
 
 /// 32 by 32 pixels at 1x.
 void drawEntranceDoor(QPainter& painter);

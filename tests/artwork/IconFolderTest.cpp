@@ -87,7 +87,7 @@ QList<std::pair<QString, QSize>> composedNames() {
     }
     names.append({QStringLiteral("k1.ico"), QSize(16, 16)});
     names.append({QStringLiteral("k2.ico"), QSize(16, 16)});
-    for (const int image : {1, 2, 11, 14, 16, 37, 39, 40, 41, 42, 43}) {
+    for (const int image : {1, 2, 11, 14, 16, 24, 25, 37, 39, 40, 41, 42, 43}) {
         names.append({QStringLiteral("img_") + number(image) + QStringLiteral(".ico"), QSize(16, 16)});
     }
     names.append({QStringLiteral("exit.ico"), QSize(16, 16)});
@@ -269,12 +269,14 @@ TEST(ProgramIcons, AreTheFilesOfTheFolderCompiledIn) {
     loadProgramIcons();
     for (const QString& name :
          {QStringLiteral("exit.ico"), QStringLiteral("busy.ico"), QStringLiteral("door_1.ico"),
-          QStringLiteral("door_2.ico"), QStringLiteral("regalon.ico")}) {
+          QStringLiteral("door_2.ico"), QStringLiteral("regalon.ico"), QStringLiteral("folder.ico"),
+          QStringLiteral("label.ico"), QStringLiteral("groups.ico"), QStringLiteral("left.ico"),
+          QStringLiteral("right.ico")}) {
         const QByteArray inside = content(QStringLiteral(":/icons/") + name);
         EXPECT_FALSE(inside.isEmpty()) << qPrintable(name);
         EXPECT_EQ(inside, content(folder() + u'/' + name)) << qPrintable(name);
     }
-    for (const int image : {1, 2, 11, 14, 16, 37, 39, 40, 41, 42, 43}) {
+    for (const int image : {1, 2, 11, 14, 16, 24, 25, 37, 39, 40, 41, 42, 43}) {
         EXPECT_EQ(pictures(rowIconPath(image)).size(), 3) << image;
     }
 }
