@@ -2,6 +2,8 @@
 
 #include "platform/Convert.h"
 
+#include <utility>
+
 namespace regalon {
 
 DataCombo::DataCombo(QWidget* parent) : QComboBox(parent) {
@@ -11,6 +13,7 @@ DataCombo::DataCombo(QWidget* parent) : QComboBox(parent) {
 
 void DataCombo::setRowSource(const RowSource& source) {
     m_source = source;
+    m_newRows = true;
     rebuild();
 }
 
@@ -30,11 +33,11 @@ void DataCombo::setListField(const QString& column) {
 void DataCombo::setBoundText(const QString& text) {
     for (int row = 0; row < count() && !text.isEmpty(); ++row) {
         if (cell(row, m_boundColumn) == text) {
-            choose(row, text, itemText(row));
+            chooseAndTell(row, text, itemText(row));
             return;
         }
     }
-    choose(-1, text, QString());
+    chooseAndTell(-1, text, QString());
 }
 
 QString DataCombo::text() const {
@@ -45,7 +48,7 @@ void DataCombo::setText(const QString& text) {
     if (currentIndex() >= 0 && currentText() == text)
         return;
     const int row = text.isEmpty() ? -1 : findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive);
-    choose(row, row >= 0 ? cell(row, m_boundColumn) : QString(), text);
+    chooseAndTell(row, row >= 0 ? cell(row, m_boundColumn) : QString(), text);
 }
 
 void DataCombo::rebuild() {
@@ -72,6 +75,14 @@ void DataCombo::choose(int row, const QString& boundText, const QString& text) {
     setCurrentIndex(row);
 }
 
+void DataCombo::chooseAndTell(int row, const QString& boundText, const QString& text) {
+    const bool newContent =
+        std::exchange(m_newRows, false) || boundText != m_boundText || text != this->text();
+    choose(row, boundText, text);
+    if (newContent)
+        Q_EMIT changed();
+}
+
 int DataCombo::columnIndex(const QString& name) const {
     for (int column = 0; column < static_cast<int>(m_source.Columns.size()); ++column) {
         if (m_source.Columns[column].compare(name, Qt::CaseInsensitive) == 0)
@@ -86,8 +97,13 @@ QString DataCombo::cell(int row, const QString& column) const {
 }
 
 void DataCombo::onActivated(int row) {
-    choose(row, cell(row, m_boundColumn), itemText(row));
+    const QString bound = cell(row, m_boundColumn);
+    const bool newContent = bound != m_boundText || !m_freeText.isEmpty();
+    m_newRows = false;
+    choose(row, bound, itemText(row));
     Q_EMIT userChanged();
+    if (newContent)
+        Q_EMIT changed();
 }
 
 }  // namespace regalon

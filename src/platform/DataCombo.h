@@ -36,22 +36,26 @@ public:
     QString listField() const { return m_listField; }
 
     /// The key of the chosen row, or the key last set where no row has it. Setting one that a row has chooses
-    /// that row (the first such); any other empties the text. Raises no signal.
+    /// that row (the first such); any other empties the text.
     QString boundText() const { return m_boundText; }
     void setBoundText(const QString& text);
 
     /// What the combo shows. Setting the text of a row chooses that row; any other is shown as it is and
-    /// empties the bound text. Raises no signal.
+    /// empties the bound text.
     QString text() const;
     void setText(const QString& text);
 
 Q_SIGNALS:
     /// The user chose a row; bound text and text are those of the row.
     void userChanged();
+    /// The content is another one: the user or the code chose another key or text. Also when code sets the
+    /// old key in rows that have just come: what stands behind it is new.
+    void changed();
 
 private:
     void rebuild();
     void choose(int row, const QString& boundText, const QString& text);
+    void chooseAndTell(int row, const QString& boundText, const QString& text);
     int columnIndex(const QString& name) const;
     QString cell(int row, const QString& column) const;
     void onActivated(int row);
@@ -61,6 +65,7 @@ private:
     QString m_listField;
     QString m_boundText;
     QString m_freeText;
+    bool m_newRows = false;
 };
 
 }  // namespace regalon

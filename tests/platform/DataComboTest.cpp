@@ -98,4 +98,41 @@ TEST_F(DataComboTest, AUsersChoiceChangesTheBoundTextAndRaisesTheEvent) {
     EXPECT_EQ(combo.text(), QStringLiteral("Rząd B"));
 }
 
+TEST_F(DataComboTest, AnotherKeyFromCodeRaisesChangedAndTheSameKeyDoesNot) {
+    QSignalSpy changes(&combo, &DataCombo::changed);
+    combo.setBoundText(QStringLiteral("1"));
+    EXPECT_EQ(changes.count(), 1);
+    combo.setBoundText(QStringLiteral("1"));
+    EXPECT_EQ(changes.count(), 1);
+    combo.setText(QStringLiteral("Rząd B"));
+    EXPECT_EQ(changes.count(), 2);
+    combo.setBoundText(QStringLiteral("77"));
+    EXPECT_EQ(changes.count(), 3);
+}
+
+TEST_F(DataComboTest, TheSameKeyInNewRowsRaisesChanged) {
+    combo.setBoundText(QStringLiteral("1"));
+    QSignalSpy changes(&combo, &DataCombo::changed);
+    combo.setRowSource(combo.rowSource());
+    EXPECT_EQ(changes.count(), 0);
+    combo.setBoundText(QStringLiteral("1"));
+    EXPECT_EQ(changes.count(), 1);
+}
+
+TEST_F(DataComboTest, AUsersChoiceRaisesChangedOnlyForAnotherRow) {
+    combo.setBoundText(QStringLiteral("0"));
+    showAndWait(&combo);
+    combo.setFocus();
+    QSignalSpy changes(&combo, &DataCombo::changed);
+    key(&combo, Qt::Key_Down);
+    EXPECT_EQ(changes.count(), 1);
+    combo.showPopup();
+    QAbstractItemView* popup = combo.view();
+    ASSERT_TRUE(waitFor([popup] { return popup->isVisible(); }));
+    QSignalSpy choices(&combo, &DataCombo::userChanged);
+    clickAt(popup->viewport(), popup->visualRect(popup->model()->index(1, 0)).center());
+    ASSERT_TRUE(waitFor([&choices] { return choices.count() == 1; }));
+    EXPECT_EQ(changes.count(), 1);
+}
+
 }  // namespace
