@@ -1,6 +1,7 @@
 // regalon -<connection file> -<user number>
 #include "common/AppContext.h"
 #include "common/DbConnection.h"
+#include "map/frmMagCreate.h"
 #include "platform/CommandLine.h"
 #include "platform/MsgBox.h"
 #include "platform/Settings.h"
@@ -42,6 +43,7 @@ ChildWindows childWindows(AppContext& context) {
         view->setTopStand(top);
         view->setLeftStand(left);
     };
+    windows.MagCreate.create = [&context] { return new frmMagCreate(context); };
     return windows;
 }
 
