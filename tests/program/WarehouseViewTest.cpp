@@ -108,14 +108,23 @@ TEST_F(WarehouseView, AsksNothingForAStandWhileTheListIsOpen) {
     EXPECT_EQ(display.titles(client->process()), QStringList(Client::mainTitle()));
 }
 
-TEST_F(WarehouseView, CountsShelvesAndLocationsOfTheStandThatIsClicked) {
+TEST_F(WarehouseView, OpensTheStandThatIsClickedBesideIt) {
+    const QString title = QStringLiteral("Szczegóły regału");
     click(stand);
     EXPECT_TRUE(
         traced(QStringLiteral("select count(*) Location,max(Shelf) as Shelf from kolv_mag_Location "
                               "where  Stand = 2 AND Rank = 1")));
-    EXPECT_EQ(client->messageTitle(), QStringLiteral("frmMagWatch - imgBookStand_Click"));
-    display.key(QStringLiteral("Return"));
-    EXPECT_TRUE(client->windowGone(QStringLiteral("frmMagWatch - imgBookStand_Click")));
+    ASSERT_EQ(client->messageTitle(), title);
+    const QRect detail = display.geometry(client->window(title));
+    EXPECT_EQ(detail.size(), QSize(536, 277));
+    EXPECT_LT((detail.topLeft() - plan.at(stand.left, stand.top)).manhattanLength(), 60);
+    const QImage opened = display.settledPicture();
+    display.click(detail.topLeft() + QPoint(40, 140));
+    EXPECT_TRUE(traced(QStringLiteral(" exec Kolv_mag_Param_Location 1,2,2,1")));
+    EXPECT_FALSE(display.changedPicture(opened, detail).isNull());
+    keep(display.settledPicture(), QStringLiteral("stand-detail"));
+    display.click(detail.topLeft() + QPoint(508, 12));
+    EXPECT_TRUE(client->windowGone(title));
 }
 
 TEST_F(WarehouseView, ReadsThePlanAnewByTheRefreshButton) {
