@@ -5,10 +5,10 @@
 #include "common/modSQL.h"
 #include "map/LocationName.h"
 #include "map/MapCanvas.h"
+#include "map/Notice.h"
 #include "map/StandGeometry.h"
 #include "map/clsMagWatch.h"
 #include "platform/Convert.h"
-#include "platform/MsgBox.h"
 #include "platform/Screen.h"
 
 #include <QHash>
@@ -33,10 +33,6 @@ constexpr qint16 kMultiItem = 1;
 
 qint16 toNumber(const QVariant& value) {
     return ToInt16(NullToValue(value, 0));
-}
-
-void showNotice(const QString& text) {
-    MsgBox(text, MsgFlag::Information, QStringLiteral("Komunikat"));
 }
 
 /// Name of a family's icon with the given ending; empty for a text that is no family.
@@ -106,6 +102,7 @@ MapReportNames MapReportNames::of(const QString& window) {
     const QString owner = window == editor ? view : window;
     return {.WathStore = name(owner, "WathStore"),
             .GenerateBookstand = name(owner, "GenerateBookstand"),
+            .GenerateBookstandOld = name(window, "GenerateBookstandOld"),
             .GenerateBookstandLineAround = name(editor, "GenerateBookstandLineAround"),
             .ChangeIconLocation = name(owner, "ChangeIconLocation"),
             .KillBookStand = name(window, "KillBookStand"),
@@ -190,25 +187,34 @@ void MapBuilder::saveNames(const LocationNameBatches& batches) {
 bool MapBuilder::GenerateBookstand(ControlArray<PictureItem>& stands, ControlArray<PictureItem>& locations,
                                    ControlArray<LineItem>& frames, const BookstandData& stand, bool saveNames,
                                    LocationNameBatches& batches) {
-    bool built = false;
-    WindowTrap(m_names.GenerateBookstand, [&] {
-        addStandImage(stands, stand, saveNames);
-        int count = 0;
-        for (int shelf = 1; shelf <= stand.ShelfCount; ++shelf) {
-            // A shelf above the fourth has as many locations as the one below it.
-            if (shelf <= 4)
-                count = stand.LocationsOnShelf[static_cast<std::size_t>(shelf - 1)];
-            qint32 left = stand.StandLeft;
-            for (int position = 1; position <= count; ++position) {
-                addLocation(locations, stand, shelf, position, count, left, saveNames ? &batches : nullptr);
-                left = nextLocationLeft(m_measures, left, position);
-            }
-        }
-        GenerateBookstandLineAround(frames, stand.StandLeft, stand.StandTop, stand.ShelfCount, kFrameMargin,
-                                    true);
-        built = true;
+    return WindowTrap(m_names.GenerateBookstand, [&] {
+        addBookstand(stands, locations, frames, stand, saveNames ? &batches : nullptr);
     });
-    return built;
+}
+
+bool MapBuilder::GenerateBookstandOld(ControlArray<PictureItem>& stands, ControlArray<PictureItem>& locations,
+                                      ControlArray<LineItem>& frames, const BookstandData& stand) {
+    return WindowTrap(m_names.GenerateBookstandOld,
+                      [&] { addBookstand(stands, locations, frames, stand, nullptr); });
+}
+
+void MapBuilder::addBookstand(ControlArray<PictureItem>& stands, ControlArray<PictureItem>& locations,
+                              ControlArray<LineItem>& frames, const BookstandData& stand,
+                              LocationNameBatches* batches) {
+    addStandImage(stands, stand, batches != nullptr);
+    int count = 0;
+    for (int shelf = 1; shelf <= stand.ShelfCount; ++shelf) {
+        // A shelf above the fourth has as many locations as the one below it.
+        if (shelf <= 4)
+            count = stand.LocationsOnShelf[static_cast<std::size_t>(shelf - 1)];
+        qint32 left = stand.StandLeft;
+        for (int position = 1; position <= count; ++position) {
+            addLocation(locations, stand, shelf, position, count, left, batches);
+            left = nextLocationLeft(m_measures, left, position);
+        }
+    }
+    GenerateBookstandLineAround(frames, stand.StandLeft, stand.StandTop, stand.ShelfCount, kFrameMargin,
+                                true);
 }
 
 void MapBuilder::addStandImage(ControlArray<PictureItem>& stands, const BookstandData& stand,

@@ -21,6 +21,7 @@ class clsMagWatch;
 struct MapReportNames {
     QString WathStore;
     QString GenerateBookstand;
+    QString GenerateBookstandOld;
     QString GenerateBookstandLineAround;
     QString ChangeIconLocation;
     QString KillBookStand;
@@ -64,6 +65,10 @@ public:
                            ControlArray<LineItem>& frames, const BookstandData& stand, bool saveNames,
                            LocationNameBatches& batches);
 
+    /// The same for a stand that stands alone: no names, no `Tag`, and whose row and number play no part.
+    bool GenerateBookstandOld(ControlArray<PictureItem>& stands, ControlArray<PictureItem>& locations,
+                              ControlArray<LineItem>& frames, const BookstandData& stand);
+
     /// Adds the four frame lines of a stand.
     void GenerateBookstandLineAround(ControlArray<LineItem>& frames, qint32 left, qint32 top,
                                      qint16 shelfCount, qint16 margin, bool visible);
@@ -89,6 +94,9 @@ private:
     void addStandImage(ControlArray<PictureItem>& stands, const BookstandData& stand, bool saveNames);
     void addLocation(ControlArray<PictureItem>& locations, const BookstandData& stand, int shelf,
                      int position, int count, qint32 left, LocationNameBatches* batches);
+    void addBookstand(ControlArray<PictureItem>& stands, ControlArray<PictureItem>& locations,
+                      ControlArray<LineItem>& frames, const BookstandData& stand,
+                      LocationNameBatches* batches);
     template <typename T>
     T& loadNext(ControlArray<T>& controls);
 

@@ -119,8 +119,7 @@ void frmMagCreate::resetDesign() {
     m_itemCode.clear();
     m_remembered = {};
     m_tlbSaveParamLocalization->button(kSaveParam)->setText(QStringLiteral("&Zapisz parametr"));
-    m_map->KillBookStand(m_canvas->imgBookStandWath(), m_canvas->imglocationWath(),
-                         m_canvas->lnnFrameBookStandWath());
+    killPreview();
     resetCombos();
 }
 

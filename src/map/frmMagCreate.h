@@ -122,12 +122,27 @@ private:
     bool txtTop_Validate();
     void imgBookStand_Click(int index);
     void tlbPathIconFile_ButtonClick(const QString& key);
+    void showStand(const StandParameters& stand);
+    void clearStand();
+    void showLocationCounts(qint16 rank, qint16 stand, qint16 shelfCount);
+    void offerLocationCounts(qint16 rank, qint16 stand, qint16 shelves);
+    void markShelf(qint16 marked);
+    QString askForFile(const QString& filter);
+    QString iconPath(const QString& file) const;
+
+    // Saving and removing a stand (frmMagCreate_SaveStand.cpp)
     void tlbSaveStand_ButtonClick(const QString& key);
     bool ValidateDataOnForm(QString& message);
     bool AddBookStand();
     bool RemoveBookStand();
+    QString firstFault() const;
+    StandDefinition standOnForm();
+    void saveStand();
+    void removeStand();
 
     // The preview of one stand (frmMagCreate_Preview.cpp)
+    void showPreview();
+    void killPreview();
     void WatchStandOnFormOneStand();
     void WatchStandOnForm(const BookstandData& stand);
 

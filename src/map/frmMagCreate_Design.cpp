@@ -7,6 +7,7 @@
 #include "platform/CommonDialog.h"
 #include "platform/DataCombo.h"
 #include "platform/DesignControls.h"
+#include "platform/FocusGuard.h"
 #include "platform/KeyPreview.h"
 #include "platform/PictureBox.h"
 #include "platform/ToolBar.h"
@@ -59,6 +60,17 @@ DataCombo* addChoice(QWidget* parent, const char* label, const QString& caption,
     return combo;
 }
 
+/// Font and colours of the frame, which change with its mark, are not for this control.
+void keepOwnLook(QWidget* control) {
+    QFont font = control->font();
+    font.setBold(false);
+    control->setFont(font);
+    QPalette palette = control->palette();
+    for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(role, palette.color(role));
+    control->setPalette(palette);
+}
+
 QCheckBox* addCheck(QWidget* parent, const char* name, const QString& caption, int top) {
     auto* check = new QCheckBox(caption, parent);
     check->setObjectName(QString::fromLatin1(name));
@@ -94,6 +106,7 @@ void frmMagCreate::createPlan() {
     m_surface->setFixedSize(toPixels(kSurfaceWidth), toPixels(kSurfaceHeight));
     m_canvas = new MapCanvas(kSurfaceWidth, kSurfaceHeight, m_surface);
     addMapBackdrop(m_surface);
+    connect(m_canvas, &MapCanvas::standClicked, this, &frmMagCreate::imgBookStand_Click);
 
     auto* scroll = new QScrollArea(this);
     scroll->setFrameShape(QFrame::NoFrame);
@@ -149,6 +162,9 @@ void frmMagCreate::createStandChoice() {
     m_dtcRank = addChoice(m_frmCreate, "lblRow", QStringLiteral("Rząd"), "dtcRank", 150);
     m_dtcStand = addChoice(m_frmCreate, "lblStand", QStringLiteral("Regał"), "dtcStand", 570);
     m_dtcShelfCount = addChoice(m_frmCreate, "lblShelf", QStringLiteral("Półki"), "dtcShelfCount", 990);
+    connect(m_dtcRank, &DataCombo::changed, this, &frmMagCreate::dtcRank_Change);
+    connect(m_dtcStand, &DataCombo::changed, this, &frmMagCreate::dtcStand_Change);
+    connect(m_dtcShelfCount, &DataCombo::changed, this, &frmMagCreate::dtcShelfCount_Change);
 }
 
 void frmMagCreate::createShelves() {
@@ -177,6 +193,8 @@ frmMagCreate::Shelf frmMagCreate::createShelf(QWidget* parent, int number) {
     // A typed "-" would grow into "-----".
     shelf.count->setCompleter(nullptr);
     place(shelf.count, 90, 735, 1200, kLine);
+    keepOwnLook(shelf.label);
+    keepOwnLook(shelf.count);
     return shelf;
 }
 
@@ -189,6 +207,7 @@ void frmMagCreate::createStandIcon() {
                                  QStringLiteral("Wybór pliku graficznego"),
                                  programIcon(QStringLiteral("folder.ico")));
     place(m_tlbPathIconFile, 3750, 1515, 540, 480);
+    connect(m_tlbPathIconFile, &ToolBar::buttonClick, this, &frmMagCreate::tlbPathIconFile_ButtonClick);
     m_imgWathFindIcon = new PictureBox(m_frmCreate);
     m_imgWathFindIcon->setObjectName(QStringLiteral("imgWathFindIcon"));
     place(m_imgWathFindIcon, 4350, 1575, 795, 375);
@@ -199,6 +218,8 @@ void frmMagCreate::createStandPlace() {
     m_txtLeft = addBox(m_frmCreate, "txtLeft", 7050, 1590, 1050);
     place(addLabel(m_frmCreate, "lblTop", QStringLiteral("Y:")), 8370, 1590, 300, kLine);
     m_txtTop = addBox(m_frmCreate, "txtTop", 8700, 1590, 1050);
+    new FocusGuard(m_txtLeft, [this] { return txtLeft_Validate(); });
+    new FocusGuard(m_txtTop, [this] { return txtTop_Validate(); });
 }
 
 void frmMagCreate::createStandProperty() {
@@ -231,6 +252,7 @@ void frmMagCreate::createSaveStand() {
     m_tlbSaveStand->addButton(QStringLiteral("key_Wath_Mag"), QStringLiteral("&Pokaż magazyn"), {},
                               programIcon(QStringLiteral("refresh.ico")));
     place(m_tlbSaveStand, 90, 2085, kPropertyLeft - 180, 510);
+    connect(m_tlbSaveStand, &ToolBar::buttonClick, this, &frmMagCreate::tlbSaveStand_ButtonClick);
 }
 
 }  // namespace regalon

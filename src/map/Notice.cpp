@@ -1,0 +1,11 @@
+#include "map/Notice.h"
+
+#include "platform/MsgBox.h"
+
+namespace regalon {
+
+void showNotice(const QString& text) {
+    MsgBox(text, MsgFlag::Information, QStringLiteral("Komunikat"));
+}
+
+}  // namespace regalon
