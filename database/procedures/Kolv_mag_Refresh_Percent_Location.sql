@@ -1,6 +1,6 @@
 -- Brings fill and icon of every location up to date with the packages that lie on it. With @RefreshLinePercent N'Y'
 -- the share of each package is recomputed as well. Only rows that change are written, so that plans which refresh all
--- day lock nothing.
+-- day lock nothing. A failure is undone and raised again: clients do not read the return value.
 DROP PROCEDURE IF EXISTS dbo.Kolv_mag_Refresh_Percent_Location;
 GO
 CREATE PROCEDURE dbo.Kolv_mag_Refresh_Percent_Location
@@ -43,7 +43,7 @@ BEGIN
     BEGIN CATCH
         IF @@TRANCOUNT > 0
             ROLLBACK TRANSACTION;
-        RETURN 1;
+        THROW;
     END CATCH
 END
 GO

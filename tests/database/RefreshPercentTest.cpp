@@ -168,6 +168,27 @@ TEST_F(RefreshPercent, AnEmptyWarehouseIsFine) {
     refresh("Y");
 }
 
+TEST_F(RefreshPercent, AFailureInsideIsUndoneAndRaisedAgain) {
+    constexpr int overflow = 8115;
+    clearHere();
+    put("1", 600, 100);
+    connection_.run("UPDATE kolv_mag_Location SET LocationPercent = NULL, LocationIcon = NULL");
+    connection_.run("UPDATE Kolv_Mag_BarCode_Sur SET LinePercent = NULL");
+    // No share of ten percent and more fits any longer, and the shares come behind the fills.
+    connection_.run("ALTER TABLE Kolv_Mag_BarCode_Sur ALTER COLUMN LinePercent decimal(3, 2) NULL");
+    try {
+        connection_.run("EXEC Kolv_mag_Refresh_Percent_Location N'Y'");
+        ADD_FAILURE() << "nothing was raised";
+    } catch (const SqlFailure& failure) {
+        EXPECT_EQ(failure.number(), overflow) << failure.what();
+    }
+    EXPECT_EQ(connection_.run("SELECT @@TRANCOUNT").whole(0), 0);
+    EXPECT_EQ(
+        connection_.run("SELECT COUNT(*) FROM kolv_mag_Location WHERE LocationPercent IS NOT NULL").whole(0),
+        0);
+    EXPECT_EQ(here(), "18 LA_P_18.ico") << "the fills alone still fit";
+}
+
 TEST_F(RefreshPercent, TakesATenthOfASecondAtMost) {
     double best = 1e9;
     for (int run = 0; run < 3; ++run) {
