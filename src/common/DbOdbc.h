@@ -10,6 +10,7 @@
 #include <sql.h>
 #include <sqlext.h>
 
+#include <bit>
 #include <utility>
 
 namespace regalon::odbc {
@@ -64,6 +65,11 @@ bool serverUnreached(const QVector<Diagnostic>& records);
 /// Removes the tags that driver manager, driver and server put in front of a message. Brackets that belong to
 /// the message stay.
 QString withoutDriverTags(const QString& text);
+
+/// A whole number as the calls that set attributes take it: in the place of a pointer.
+inline SQLPOINTER asAttribute(SQLULEN number) {
+    return std::bit_cast<SQLPOINTER>(number);
+}
 
 inline SQLWCHAR* wide(const QString& text) {
     return reinterpret_cast<SQLWCHAR*>(const_cast<ushort*>(text.utf16()));

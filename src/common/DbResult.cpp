@@ -230,7 +230,7 @@ void ResultReader::describe(SQLSMALLINT columnCount, DbTable& table) {
 
 void ResultReader::setBlockRows(SQLULEN rows) {
     if (rows != m_rows) {
-        check(SQLSetStmtAttr(m_statement, SQL_ATTR_ROW_ARRAY_SIZE, reinterpret_cast<SQLPOINTER>(rows), 0));
+        check(SQLSetStmtAttr(m_statement, SQL_ATTR_ROW_ARRAY_SIZE, odbc::asAttribute(rows), 0));
         m_rows = rows;
     }
 }

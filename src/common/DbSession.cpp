@@ -28,7 +28,7 @@ enum ListColumn {
 };
 
 void setPlain(SQLHSTMT statement, SQLINTEGER attribute, SQLULEN value) {
-    SQLSetStmtAttr(statement, attribute, reinterpret_cast<SQLPOINTER>(value), 0);
+    SQLSetStmtAttr(statement, attribute, odbc::asAttribute(value), 0);
 }
 
 QString withoutBrackets(const QString& name) {
@@ -98,10 +98,10 @@ RunTimeError loginError(SQLHDBC connection, const DbLogin& login) {
 
 DbSession::Link::Link(const DbLogin& login) {
     m_environment = odbc::Environment(SQL_NULL_HANDLE);
-    SQLSetEnvAttr(m_environment.get(), SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), 0);
+    SQLSetEnvAttr(m_environment.get(), SQL_ATTR_ODBC_VERSION, odbc::asAttribute(SQL_OV_ODBC3), 0);
     m_connection = odbc::Handle<SQL_HANDLE_DBC>(m_environment.get());
     SQLSetConnectAttr(m_connection.get(), SQL_ATTR_LOGIN_TIMEOUT,
-                      reinterpret_cast<SQLPOINTER>(static_cast<SQLULEN>(login.timeoutSeconds)), 0);
+                      odbc::asAttribute(static_cast<SQLULEN>(login.timeoutSeconds)), 0);
     const SQLRETURN result = SQLDriverConnectW(m_connection.get(), nullptr, odbc::wide(login.driverText),
                                                static_cast<SQLSMALLINT>(login.driverText.size()), nullptr, 0,
                                                nullptr, SQL_DRIVER_NOPROMPT);
