@@ -139,6 +139,8 @@ void frmMagLookForItem::lstSurOnMag_ColumnClick(int header) {
         (header == kCodeHeader ? m_optItemCode : m_optItemName)->setChecked(true);
         for (int number = 1; number <= m_lstSurOnMag->headerCount(); ++number)
             m_lstSurOnMag->setHeaderIcon(number, number == header ? kIconOfSearchColumn : kNoIcon);
+        // The click has put the focus into the list, which keeps the keys to itself.
+        m_txtItemCode->setFocus();
     });
 }
 

@@ -9,6 +9,7 @@
 #include "support/Events.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QGroupBox>
 #include <QHeaderView>
 #include <QLabel>
@@ -496,6 +497,25 @@ TEST_F(ItemSearchDialog, AColumnClickChoosesTheColumnOfTheNextKeyStroke) {
         EXPECT_EQ(headerIcons(), QList<int>({39, 0, 0}));
         type("L");
         EXPECT_EQ(warehouse.batches().mid(2), steps("Kolv_mag_LookFor_Item", "OL%", "ItemCode"));
+    });
+    EXPECT_EQ(messages.count(), 0);
+}
+
+TEST_F(ItemSearchDialog, TheKeyStrokeAfterAColumnClickSearches) {
+    // Keys go where the focus is, as a person's do.
+    const auto typeOn = [](const QString& text) { test::type(QApplication::focusWidget(), text); };
+    open([&] {
+        typeOn(QStringLiteral("O"));
+        clickRow(1);
+        clickHeader(2);
+        EXPECT_TRUE(box()->hasFocus());
+        warehouse.server.clearTrace();
+        typeOn(QStringLiteral("l"));
+        EXPECT_EQ(warehouse.batches(), steps("Kolv_mag_LookFor_Item", "Ol%", "ItemName"));
+        clickHeader(1);
+        warehouse.server.clearTrace();
+        typeOn(QStringLiteral("-"));
+        EXPECT_EQ(warehouse.batches(), steps("Kolv_mag_LookFor_Item", "Ol-%", "ItemCode"));
     });
     EXPECT_EQ(messages.count(), 0);
 }
