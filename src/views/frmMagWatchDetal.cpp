@@ -127,15 +127,18 @@ void frmMagWatchDetal::WathLocation(qint16 rank, qint16 stand) {
 
 /// Draws the location of the current row. A family without a width of its own takes the one before it.
 void frmMagWatchDetal::drawLocation(const DbRecordset& rows, qint32& width) {
+    const std::optional<int> index = standGridIndex(numberOf(rows, "Shelf"), numberOf(rows, "Location"));
     const QString name = textOf(rows, "LocationName");
-    const QString family = TagFields(name).at(LocationField::Family);
     QString icon = textOf(rows, "LocationIcon");
+    // Nothing shows the fill, but one that is no number stops the drawing like any other column.
+    static_cast<void>(numberOf(rows, "LocationPercent"));
+    const bool several = numberOf(rows, "StatusLocation") == kMultiItem;
+    const QString family = TagFields(name).at(LocationField::Family);
     if (icon.isEmpty())
         icon = family + QStringLiteral("_R_Err.ico");
-    if (numberOf(rows, "StatusLocation") == kMultiItem)
+    if (several)
         icon = family + QStringLiteral("_M_00.ico");
     width = standGridWidth(family).value_or(width);
-    const std::optional<int> index = standGridIndex(numberOf(rows, "Shelf"), numberOf(rows, "Location"));
     if (!index)
         return;
     PictureItem& location = m_imglocation[*index];

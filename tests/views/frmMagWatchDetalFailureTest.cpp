@@ -54,6 +54,18 @@ TEST_F(FrmMagWatchDetalFailure, AMissingIconStopsTheDrawingThere) {
     EXPECT_EQ(note("txtParamInfoStand"), QStringLiteral("opis"));
 }
 
+TEST_F(FrmMagWatchDetalFailure, AFillThatIsNoNumberStopsTheDrawingThere) {
+    ASSERT_TRUE(warehouse.run(
+        {QStringLiteral("alter table kolv_mag_Location alter column LocationPercent nvarchar(10) NULL")}));
+    changeLocations(QStringLiteral("Location = 1"), QStringLiteral("LocationPercent = NULL"));
+    changeLocations(QStringLiteral("Location = 2"), QStringLiteral("LocationPercent = N'wiele'"));
+    open();
+    ASSERT_EQ(titles(), QStringList({QStringLiteral("frmMagWatchDetal - WathLocation")}));
+    EXPECT_EQ(messages.last().Text, test::windowMessage(RunTime::TypeMismatch));
+    EXPECT_EQ(drawn(), QList<int>({9})) << "a fill that is Null is none";
+    EXPECT_FALSE(item("imgBookStand")->isVisible());
+}
+
 TEST_F(FrmMagWatchDetalFailure, AFamilyOfNoIconsStopsTheDrawingThere) {
     changeLocations(QStringLiteral("Location = 2"),
                     QStringLiteral("LocationIcon = N'', LocationName = N'6_1_1_2_XX_1'"));
