@@ -68,4 +68,47 @@ QStringList LayoutEditor::rows(const char* comboName) const {
     return texts;
 }
 
+EmptyHallEditor::EmptyHallEditor() : LayoutEditor(LocalWarehouse::Content::Empty) {}
+
+void EmptyHallEditor::SetUp() {
+    LayoutEditor::SetUp();
+    ASSERT_TRUE(
+        warehouse.run({QStringLiteral("insert into kolv_mag_Rank (Rank,RankName,RankIconFamily) values "
+                                      "(1,N'Rząd A',N'R1_S_*.ico'),(2,N'Rząd B',N'R2_S_*.ico')")}))
+        << qPrintable(warehouse.why());
+}
+
+void EmptyHallEditor::addStand(int stand, int shelfCount, const QString& locations) {
+    ASSERT_TRUE(warehouse.addStand(1, stand, shelfCount, locations, 1000 + stand * 1000, 3000,
+                                   QStringLiteral("R1_S_0%1.ico").arg(stand)))
+        << qPrintable(warehouse.why());
+    ASSERT_TRUE(warehouse.run({QStringLiteral("update kolv_mag_Stand set StandName = N'Regał %1', "
+                                              "StandVisable = N'Y', StandEnable = N'N', StandFrameArround = "
+                                              "N'Y', StandDescription = N'Opis %1' where Stand = %1")
+                                   .arg(stand)}))
+        << qPrintable(warehouse.why());
+}
+
+void EmptyHallEditor::defineNewStand(const QString& left, const QString& top, const QString& locations) {
+    choose("dtcRank", QStringLiteral("Rząd A"));
+    choose("dtcStand", QStringLiteral("Nowy"));
+    choose("dtcShelfCount", QStringLiteral("Nowa"));
+    enter(combo("cmbShelf_1"), locations);
+    enter(box("txtImageName"), QStringLiteral("R1_S_01.ico"));
+    enter(box("txtLeft"), left);
+    enter(box("txtTop"), top);
+    warehouse.server.clearTrace();
+}
+
+QString EmptyHallEditor::tables() {
+    return warehouse.value(QStringLiteral(
+               "select string_agg(concat(Rank,'/',Stand,'/',StandIcon,'/',StandLeft,'/',StandTop,'/',"
+               "ShelfCount,'/',StandVisable,StandEnable,StandFrameArround,'/',StandDescription),';') "
+               "from kolv_mag_Stand")) +
+           QStringLiteral(" | ") +
+           warehouse.value(
+               QStringLiteral("select string_agg(concat(Rank,'/',Stand,'/',Shelf,'/',Location),';') from "
+                              "kolv_mag_Location"));
+}
+
 }  // namespace regalon::test

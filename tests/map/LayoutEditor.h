@@ -7,6 +7,7 @@
 #include "platform/DataCombo.h"
 #include "platform/ListView.h"
 #include "platform/MsgBox.h"
+#include "platform/PictureBox.h"
 #include "platform/ToolBar.h"
 
 #include <QCheckBox>
@@ -64,6 +65,22 @@ protected:
     MsgBoxRecorder messages;
     FileDialogRecorder files;
     std::unique_ptr<frmMagCreate> window;
+};
+
+/// The editor in a hall with rows A and B and no stands but those that a test adds.
+class EmptyHallEditor : public LayoutEditor {
+protected:
+    EmptyHallEditor();
+    void SetUp() override;
+
+    /// Adds stand 1 of row A, and more of the row behind it; see MapWarehouse::addStand().
+    void addStand(int stand, int shelfCount, const QString& locations);
+    /// Chooses "Nowy" in row A and "Nowa", and gives it icon, place and number of locations.
+    void defineNewStand(const QString& left = QStringLiteral("5000"),
+                        const QString& top = QStringLiteral("4000"),
+                        const QString& locations = QStringLiteral("2"));
+    /// Everything that the editor writes, as one text.
+    QString tables();
 };
 
 }  // namespace regalon::test
