@@ -218,8 +218,9 @@ qint32 ToInt32(const QVariant& value) {
 }
 
 QString NumberText(double value) {
-    if (value == 0)
-        return QStringLiteral("0");
+    // Whole numbers of up to fifteen digits, which most are, read the same by the shorter way; "-0" is 0.
+    if (std::abs(value) < 1e15 && value == std::trunc(value))
+        return QString::number(static_cast<qint64>(value));
     return QString::number(value, 'G', 15).replace(u'.', currentFormat().Decimal);
 }
 

@@ -55,6 +55,8 @@ constexpr qreal LineMargin = 2;
 }  // namespace
 
 PlanItem::PlanItem(const QString& arrayName, int index) : m_arrayName(arrayName), m_index(index) {
+    setData(PlanData::Index, m_index);
+    setData(PlanData::Tag, m_tag);
     revive();
 }
 
@@ -67,15 +69,13 @@ void PlanItem::setTag(const QString& tag) {
 
 void PlanItem::retire() {
     setVisible(false);
-    m_tag.clear();
-    for (const int key : {PlanData::ArrayName, PlanData::Index, PlanData::Tag})
-        setData(key, {});
+    setTag({});
+    // The index stays: without a name it is nobody's, and a plan is redrawn too often to set all three anew.
+    setData(PlanData::ArrayName, {});
 }
 
 void PlanItem::revive() {
     setData(PlanData::ArrayName, m_arrayName);
-    setData(PlanData::Index, m_index);
-    setData(PlanData::Tag, m_tag);
 }
 
 PictureItem::PictureItem(const QString& arrayName, int index) : PlanItem(arrayName, index) {
