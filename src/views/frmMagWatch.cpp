@@ -23,6 +23,8 @@
 #include <QShowEvent>
 #include <QTimer>
 
+#include <initializer_list>
+
 namespace regalon {
 
 namespace {
@@ -48,6 +50,14 @@ void frmMagWatch::setLeftStand(qint32 twips) {
 
 void frmMagWatch::setItemCode(const QString& itemCode) {
     m_frmLookForSur->setItemCode(itemCode);
+}
+
+void frmMagWatch::ChangeIconOnLocation(const QString& ItemCode, qint16 mode) {
+    WindowTrap("frmMagWatch - ChangeIconOnLocation", [&] {
+        if (!m_search)
+            throw RunTimeError(RunTime::ObjectNotSet);
+        m_search->ChangeIconOnLocation(ItemCode, mode);
+    });
 }
 
 void frmMagWatch::unload() {
@@ -85,13 +95,16 @@ void frmMagWatch::Form_Load() {
         resetDesign();
         m_map->RefreschWatchStore();
         FillComboTime();
-        m_frmAutoRebulidCOnfig->hide();
         m_timer1->stop();
-        m_frmLookForSur->hide();
-        m_tlbStatusRefresh->hide();
-        m_tlbWatchFullSurLocation->hide();
-        m_frmWathLocationShiftItem->hide();
+        hidePanels();
     });
+}
+
+void frmMagWatch::hidePanels() {
+    for (QWidget* panel :
+         std::initializer_list<QWidget*>{m_frmAutoRebulidCOnfig, m_frmLookForSur, m_tlbStatusRefresh,
+                                         m_tlbWatchFullSurLocation, m_frmWathLocationShiftItem})
+        panel->hide();
 }
 
 /// The state of the controls as designed, for a window that is opened once more.
@@ -105,6 +118,8 @@ void frmMagWatch::resetDesign() {
     m_lstLocationItem->clearHeaders();
     m_tlbWatchFullSurLocation->button(1)->setEnabled(true);
     m_tlbWatchFullSurLocation->button(2)->setEnabled(false);
+    // Hidden before the plan is read: a message of the reading would show them half made.
+    hidePanels();
     m_frmWatchData->show();
 }
 

@@ -43,6 +43,9 @@ public:
     /// Written by the item search dialog before it closes.
     void setItemCode(const QString& itemCode);
 
+    /// Shows on the plan of an open window where a material lies, as MapSearch does.
+    void ChangeIconOnLocation(const QString& ItemCode, qint16 mode);
+
     /// Closes the window, with its frame inside the main window.
     void unload();
 
@@ -80,6 +83,7 @@ private:
     void AutoRebulidConfig();
     void saveAutoRefresh(double minutes);
 
+    void hidePanels();
     void resetDesign();
     void openSearch();
     void showAddress(const QString& rank, const QString& stand, const QString& shelf,

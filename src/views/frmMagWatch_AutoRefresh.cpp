@@ -58,7 +58,6 @@ void frmMagWatch::createAutoRefreshPanel() {
     edge->setAttribute(Qt::WA_TransparentForMouseEvents);
     place(edge, 0, 0, kPanelWidth, kPanelHeight);
     frame->setAlignment(Qt::AlignHCenter);
-    frame->hide();
     m_frmAutoRebulidCOnfig = frame;
 
     m_chkAutoRebulidOn = new QCheckBox(QStringLiteral("Włączone automatyczne odświeżanie"), frame);
@@ -124,10 +123,11 @@ void frmMagWatch::saveAutoRefresh(double minutes) {
         throw RunTimeError(RunTime::Overflow);
     m_refreshInterval = interval;
     const bool on = minutes > 0 && m_chkAutoRebulidOn->isChecked();
-    if (on)
-        m_timer1->start();
-    else
+    // A running timer goes on: started anew it would lengthen the second that it is in.
+    if (!on)
         m_timer1->stop();
+    else if (!m_timer1->isActive())
+        m_timer1->start();
     m_tlbCmd->button(kAutoRefresh)
         ->setText(on ? QStringLiteral("Auto odświeżanie-ON") : QStringLiteral("Auto odświeżanie-OFF"));
     m_tlbStatusRefresh->setVisible(on);

@@ -54,6 +54,7 @@ frmMagWatch::frmMagWatch(AppContext& context, const StandDetail& standDetail, QW
     createAutoRefreshPanel();
     createTimer();
     createFileDialog();
+    hidePanels();
     auto* keys = new KeyPreview(this, [this](int keyCode, int shift) { Form_KeyDown(keyCode, shift); });
     keys->claim('W', ShiftMask::Alt);
 }

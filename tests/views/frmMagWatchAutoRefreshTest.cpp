@@ -1,11 +1,14 @@
 // The refresh of the warehouse view by its timer. A tick is what counts, so the tests fire the timer's tick
 // themselves instead of waiting for its seconds.
 
+#include "platform/DataCombo.h"
 #include "platform/RunTimeError.h"
 #include "support/Events.h"
 #include "views/WatchWindow.h"
+#include "views/frmMagWatchDetal.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QCoreApplication>
@@ -215,6 +218,21 @@ TEST_F(FrmMagWatchAutoRefresh, AShorterPeriodSavedAfterALongWaitRebuildsWithTheN
     EXPECT_EQ(secondsLeft(), QStringLiteral("30"));
 }
 
+TEST_F(FrmMagWatchAutoRefresh, SavingLeavesTheSecondOfARunningTimerAsItIs) {
+    save("1", true);
+    // A minute instead of the second, so that none ends while the test looks.
+    constexpr int interval = 60000;
+    timer()->setTimerType(Qt::PreciseTimer);
+    timer()->setInterval(interval);
+    ASSERT_TRUE(test::waitFor([this] { return timer()->remainingTime() < interval - 10; }));
+    const int left = timer()->remainingTime();
+    save("2", true);
+    EXPECT_LE(timer()->remainingTime(), left);
+    save("2", false);
+    save("2", true);
+    EXPECT_TRUE(timer()->isActive());
+}
+
 TEST_F(FrmMagWatchAutoRefresh, SwitchedOffTheCounterKeepsItsValue) {
     save("1", true);
     tick(10);
@@ -299,6 +317,21 @@ TEST_F(FrmMagWatchAutoRefresh, AFailingRefreshOfTheFillsIsReportedAndThePlanIsDr
     EXPECT_TRUE(timer()->isActive());
 }
 
+TEST_F(FrmMagWatchAutoRefresh, ARecomputationThatFailsInTheDatabaseIsReportedEachTime) {
+    ASSERT_TRUE(warehouse.run(
+        {QStringLiteral("update kolv_mag_Location set LocationIcon = NULL"),
+         QStringLiteral("alter table kolv_mag_Location alter column LocationIcon nvarchar(3) NULL")}));
+    save("0,01", true);
+    for (int round = 0; round < 2; ++round) {
+        messages.clear();
+        tick();
+        ASSERT_EQ(messages.count(), 1);
+        EXPECT_EQ(messages.last().Title,
+                  QStringLiteral("Error - clsMagWatch [RefreshQuantityOnLocationIcon]"));
+        EXPECT_EQ(canvas()->imglocation().Count(), 2) << "the plan is drawn with the fills that it had";
+    }
+}
+
 TEST_F(FrmMagWatchAutoRefresh, APeriodBeyondAllNumbersIsAnOverflowAndThePanelStays) {
     save("1", true);
     openPanel();
@@ -329,6 +362,88 @@ TEST_F(FrmMagWatchAutoRefresh, TheSettingsLiveAsLongAsTheWindow) {
     save("1", true);
     tick();
     EXPECT_EQ(secondsLeft(), QStringLiteral("60"));
+}
+
+/// The timer runs and a modal window of the view is open over the plan.
+class FrmMagWatchAutoRefreshUnderAWindow : public FrmMagWatchAutoRefresh {
+protected:
+    void SetUp() override {
+        ASSERT_NO_FATAL_FAILURE(FrmMagWatchAutoRefresh::SetUp());
+        ASSERT_TRUE(warehouse.addStand(1, 2, 1, QStringLiteral("2"), 6000));
+        window = std::make_unique<frmMagWatch>(warehouse.context, standDetail(warehouse.context));
+        window->resize(window->sizeHint());
+        test::showAndWait(window.get());
+        save("0,01", true);
+        warehouse.server.clearTrace();
+    }
+    void deleteStand() {
+        ASSERT_TRUE(
+            warehouse.run({QStringLiteral("delete from kolv_mag_Stand where Rank = 1 and Stand = 2")}));
+    }
+    /// Calls `act` with the detail that a click on the second stand opens, and closes it by a corner.
+    void withDetail(const std::function<void(QWidget* detail)>& act) {
+        bool acted = false;
+        test::whenModal([&](QWidget* modal) {
+            acted = modal->objectName() == u"frmMagWatchDetal";
+            act(modal);
+            test::click(modal->findChild<QPushButton*>(QStringLiteral("cmdClose_3")));
+        });
+        clickStand(QStringLiteral("1_2"));
+        EXPECT_TRUE(acted);
+        EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+    }
+};
+
+TEST_F(FrmMagWatchAutoRefreshUnderAWindow, TheStandDetailStaysAndThePlanIsDrawnBehindIt) {
+    withDetail([this](const QWidget* detail) {
+        tick();
+        EXPECT_TRUE(detail->isVisible());
+    });
+    EXPECT_EQ(rebuilds(), 1);
+    EXPECT_EQ(canvas()->imgBookStand().Count(), 3);
+    EXPECT_EQ(messages.count(), 0);
+}
+
+TEST_F(FrmMagWatchAutoRefreshUnderAWindow, TheClickedStandMayBeGoneWhenItsDetailCloses) {
+    withDetail([this](const QWidget* detail) {
+        deleteStand();
+        tick();
+        EXPECT_TRUE(detail->isVisible());
+        EXPECT_EQ(canvas()->imgBookStand().Count(), 2);
+        tick(2);
+    });
+    EXPECT_EQ(rebuilds(), 3);
+    EXPECT_EQ(messages.count(), 0);
+    // The plan takes clicks as before.
+    clickLocation(QStringLiteral("1_1_1_1"));
+    EXPECT_EQ(address(), QStringLiteral("1 1 1 1"));
+}
+
+TEST_F(FrmMagWatchAutoRefreshUnderAWindow, TheItemSearchStaysAndGivesItsResult) {
+    ASSERT_TRUE(
+        warehouse.run({QStringLiteral("insert into OITM (ItemCode,ItemName) values (N'FARBA',N'Farba')"),
+                       // The search shows each stand by its own picture.
+                       QStringLiteral("update kolv_mag_Stand set StandIcon = N'R1_S_01.ico'")}));
+    ASSERT_TRUE(test::clickToolButton(window.get(), QStringLiteral("key_LokkFor")));
+    test::key(control<QCheckBox>("chkAllItem"), Qt::Key_Space);
+    bool acted = false;
+    test::whenModal([&](QWidget* modal) {
+        acted = modal->objectName() == u"frmMagLookForItem";
+        deleteStand();
+        tick(2);
+        EXPECT_TRUE(modal->isVisible());
+        auto* rows = modal->findChild<ListView*>(QStringLiteral("lstSurOnMag"));
+        test::clickCell(rows, rows->model()->index(0, 0));
+        test::key(rows, Qt::Key_Return);
+        if (modal->isVisible())
+            modal->close();
+    });
+    test::click(control<QPushButton>("cmdLookFor"));
+    EXPECT_TRUE(acted);
+    EXPECT_EQ(control<DataCombo>("dtcLookForSur")->boundText(), QStringLiteral("FARBA"));
+    EXPECT_EQ(rebuilds(), 2);
+    EXPECT_EQ(canvas()->imgBookStand().Count(), 2);
+    EXPECT_EQ(messages.count(), 0);
 }
 
 }  // namespace

@@ -76,6 +76,34 @@ TEST_F(FrmMagWatchFailure, AServerKilledUnderTheOpenWindowIsReportedAndTheWindow
     EXPECT_FALSE(window->isVisible());
 }
 
+TEST_F(FrmMagWatchFailure, UnderAMessageOfTheFirstOpeningNoPanelShowsThatIsHiddenAfterIt) {
+    ASSERT_TRUE(warehouse.run({QStringLiteral("drop procedure kolv_mag_SaveLocationIDTab")}));
+    QStringList shown;
+    messages.onMessage([&](const MsgBoxRecorder::Message&) {
+        EXPECT_TRUE(frame("frmWatchData")->isVisible());
+        for (const char* panel : {"frmAutoRebulidCOnfig", "frmLookForSur", "tlbStatusRefresh",
+                                  "tlbWatchFullSurLocation", "frmWathLocationShiftItem"}) {
+            if (control<QWidget>(panel)->isVisible())
+                shown.append(QString::fromLatin1(panel));
+        }
+    });
+    open();
+    EXPECT_GT(messages.count(), 0);
+    EXPECT_EQ(shown, QStringList());
+
+    // The same with panels left open by the last time.
+    messages.clear();
+    clickLocation(QStringLiteral("1_2_1_1"));
+    ASSERT_TRUE(test::clickToolButton(window.get(), QStringLiteral("key_LokkFor")));
+    ASSERT_TRUE(test::clickToolButton(window.get(), QStringLiteral("key_AutoRebulid")));
+    messages.clear();
+    shown.clear();
+    ASSERT_TRUE(test::clickToolButton(window.get(), QStringLiteral("key_Exit")));
+    test::showAndWait(window.get());
+    EXPECT_GT(messages.count(), 0);
+    EXPECT_EQ(shown, QStringList());
+}
+
 TEST_F(FrmMagWatchFailure, OpenedAfterAFailedLoginItFailsInItsOwnHandlerAndStays) {
     warehouse.context.ConnMain.reset();
     warehouse.context.ErrorService.reset();

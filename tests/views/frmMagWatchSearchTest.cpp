@@ -171,6 +171,21 @@ TEST_F(FrmMagWatchSearch, ShowsWhereTheMaterialLies) {
     EXPECT_EQ(Screen::mousePointer(), MousePointer::Default);
 }
 
+TEST_F(FrmMagWatchSearch, OtherWindowsCanAskForThePlacesOfAMaterial) {
+    window->ChangeIconOnLocation(QStringLiteral("FARBA"), 0);
+    expectFarba();
+    openSearch();
+    expectPlain();
+    window->ChangeIconOnLocation(QStringLiteral("ŻYWICA"), 1);
+    EXPECT_EQ(locations(), QStringLiteral("LC_G_30 LC_G_30 LC_P_30"));
+    EXPECT_EQ(messages.count(), 0);
+
+    frmMagWatch(warehouse.context).ChangeIconOnLocation(QStringLiteral("FARBA"), 0);
+    ASSERT_EQ(messages.count(), 1) << "a window that was never open has no plan";
+    EXPECT_EQ(messages.last().Title, QStringLiteral("frmMagWatch - ChangeIconOnLocation"));
+    EXPECT_EQ(messages.last().Text, test::windowMessage(RunTime::ObjectNotSet));
+}
+
 TEST_F(FrmMagWatchSearch, SendsItsStatementsInOrderAndOneForThePass) {
     openSearch();
     lookFor("FARBA");
