@@ -33,4 +33,10 @@ void writeBase64(const QString& base64, const QString& path) {
         throw RunTimeError(RunTime::DeviceIOError);
 }
 
+QString readBase64(const QString& path) {
+    QFile file;
+    Paths::open(file, path, QIODevice::ReadOnly);
+    return QString::fromLatin1(file.readAll().toBase64());
+}
+
 }  // namespace regalon

@@ -9,4 +9,7 @@ namespace regalon {
 /// the file alone; 76, 75 or 57 when the file cannot be written.
 void writeBase64(const QString& base64, const QString& path);
 
+/// The bytes of a file as Base64 text in one line. Raises 53, 76 or 75 for a file that cannot be read.
+[[nodiscard]] QString readBase64(const QString& path);
+
 }  // namespace regalon

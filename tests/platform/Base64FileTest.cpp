@@ -55,4 +55,22 @@ TEST(Base64File, AFolderThatIsMissingAndAFolderInItsPlaceFail) {
               RunTime::DeviceIOError);
 }
 
+TEST(Base64File, IsReadBackAsTheTextInOneLine) {
+    EXPECT_EQ(written("aMWCb8WbxIc="), QByteArray("h\u0142o\u015b\u0107"));
+    EXPECT_EQ(readBase64(target), QStringLiteral("aMWCb8WbxIc="));
+    EXPECT_EQ(written("AP8A"), QByteArray("\0\xff\0", 3));
+    EXPECT_EQ(readBase64(target), QStringLiteral("AP8A"));
+    written("");
+    EXPECT_EQ(readBase64(target), QString());
+    const QByteArray large(100000, 'x');
+    EXPECT_EQ(written(large.toBase64().constData()), large);
+    EXPECT_EQ(readBase64(target), QString::fromLatin1(large.toBase64()));
+}
+
+TEST(Base64File, AMissingFileAndAFolderCannotBeRead) {
+    EXPECT_EQ(failureOf([] { return readBase64(QStringLiteral("C:\\Regalon\\none.jpg")); }),
+              RunTime::FileNotFound);
+    EXPECT_EQ(failureOf([] { return readBase64(QStringLiteral("C:\\Regalon")); }), RunTime::PathFileAccess);
+}
+
 }  // namespace
