@@ -5,7 +5,8 @@
 namespace regalon {
 
 void showNotice(const QString& text) {
-    MsgBox(text, MsgFlag::Information, QStringLiteral("Komunikat"));
+    if (!text.isEmpty())
+        MsgBox(text, MsgFlag::Information, QStringLiteral("Komunikat"));
 }
 
 }  // namespace regalon

@@ -3,12 +3,15 @@
 #include "platform/Convert.h"
 
 #include <array>
+#include <limits>
 
 namespace regalon {
 
-std::optional<LocationAddress> typedLocation(const QString& rank, const QString& stand, const QString& shelf,
-                                             const QString& location) {
-    const std::array<const QString*, 4> texts = {&rank, &stand, &shelf, &location};
+namespace {
+
+using Texts = std::array<const QString*, 4>;
+
+std::optional<LocationAddress> locationOf(const Texts& texts, qint16 least) {
     for (const QString* text : texts) {
         if (!IsNumeric(*text))
             return std::nullopt;
@@ -16,10 +19,22 @@ std::optional<LocationAddress> typedLocation(const QString& rank, const QString&
     std::array<qint16, 4> numbers{};
     for (std::size_t text = 0; text < texts.size(); ++text) {
         numbers[text] = ToInt16(*texts[text]);
-        if (numbers[text] < 1)
+        if (numbers[text] < least)
             return std::nullopt;
     }
     return LocationAddress{numbers[0], numbers[1], numbers[2], numbers[3]};
+}
+
+}  // namespace
+
+std::optional<LocationAddress> numericLocation(const QString& rank, const QString& stand,
+                                               const QString& shelf, const QString& location) {
+    return locationOf({&rank, &stand, &shelf, &location}, std::numeric_limits<qint16>::min());
+}
+
+std::optional<LocationAddress> typedLocation(const QString& rank, const QString& stand, const QString& shelf,
+                                             const QString& location) {
+    return locationOf({&rank, &stand, &shelf, &location}, 1);
 }
 
 }  // namespace regalon

@@ -171,6 +171,8 @@ void frmMagCreate::tlbCmd_ButtonClick(const QString& key) {
     WindowTrap("frmMagCreate - tlbCmd_ButtonClick", [&] {
         if (key == u"key_Exit")
             unload();
+        else if (key == u"key_GroupSur")
+            WathFrameGroupSurDefine();
         else if (key == u"key_RefreshMag")
             m_map->RebulidMag(true);
     });

@@ -11,6 +11,7 @@
 
 #include <array>
 #include <memory>
+#include <optional>
 
 class QCheckBox;
 class QComboBox;
@@ -154,16 +155,24 @@ private:
     void cmdLookFor_Click();
     void tlbSaveSurLocalization_ButtonClick(const QString& key);
     bool SaveLocalizationParam();
+    std::optional<LocationAddress> locationOnForm() const;
+    void showAssigned(const QString& ItemCode, const QString& ItemName, qint16 GroupSur);
+    void showNothingAssigned();
 
     // Parameters and pictures of a location (frmMagCreate_Params.cpp)
     void dtcParamLocation_Change();
     void dtcParamLocation_Change_Object();
-    void ShowPictureOnImageFields(PictureBox& image, const QString& value, const QString& file,
-                                  bool deleteFile);
     bool txtParamValueLocalization_Validate();
     void tlbPictureSur_ButtonClick(const QString& key);
     void tlbSaveParamLocalization_ButtonClick(const QString& key);
     void Timer1_Timer();
+    void showNoParam();
+    void showPictureParam(const LocationAddress& address, const QString& value);
+    void showTextParam(const QString& value, int width, int limit);
+    void showStatusParam(const QString& value);
+    void leavePicture();
+    bool readParamValue(const QString& type, QString& value, QString& message) const;
+    void setSaveButton(const QString& caption, int image);
 
     // Material groups (frmMagCreate_Groups.cpp)
     void WathFrameGroupSurDefine();
@@ -172,6 +181,11 @@ private:
     void cmdAddSurOnGroup_Click();
     void cmdRemovroup_Click();
     void tlbSaveGroupLocation_ButtonClick(const QString& key);
+    qint16 chosenGroup() const;
+    void fillGroupList(qint16 group);
+    void deleteGroup(qint16 group);
+    void saveMembers(qint16 group);
+    void saveNewGroup();
 
     AppContext& m_context;
 

@@ -107,6 +107,7 @@ void frmMagCreate::createPlan() {
     m_canvas = new MapCanvas(kSurfaceWidth, kSurfaceHeight, m_surface);
     addMapBackdrop(m_surface);
     connect(m_canvas, &MapCanvas::standClicked, this, &frmMagCreate::imgBookStand_Click);
+    connect(m_canvas, &MapCanvas::locationClicked, this, &frmMagCreate::imglocation_Click);
 
     auto* scroll = new QScrollArea(this);
     scroll->setFrameShape(QFrame::NoFrame);

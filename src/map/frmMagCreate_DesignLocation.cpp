@@ -5,6 +5,7 @@
 #include "map/frmMagCreate.h"
 #include "platform/DataCombo.h"
 #include "platform/DesignControls.h"
+#include "platform/FocusGuard.h"
 #include "platform/ListView.h"
 #include "platform/PictureBox.h"
 #include "platform/ToolBar.h"
@@ -76,6 +77,7 @@ void frmMagCreate::createLocationMaterial() {
     m_dtcSurOnLOcalization = add<DataCombo>(frame, "dtcSurOnLOcalization", 3120, 780, 3900);
     m_cmdLookFor = add<QPushButton>(frame, "cmdLookFor", 7080, 780, 450);
     m_cmdLookFor->setText(QStringLiteral("..."));
+    connect(m_cmdLookFor, &QPushButton::clicked, this, &frmMagCreate::cmdLookFor_Click);
     place(addLabel(frame, "lblGroupONLocation", QStringLiteral("Grupa surowców dla lokalizacji:")), 150, 1200,
           kLabelWidth, kLine);
     m_dtcGroupOnLocalization = add<DataCombo>(frame, "dtcGroupOnLocalization", 3120, 1200, 3900);
@@ -83,11 +85,14 @@ void frmMagCreate::createLocationMaterial() {
     m_tlbDefineGroupOnLocation = add<ToolBar>(frame, "tlbDefineGroupOnLocation", 90, 1845, 2190, 510);
     m_tlbDefineGroupOnLocation->addButton(QStringLiteral("key_Define"), QStringLiteral("&Grupy surowców"), {},
                                           programIcon(QStringLiteral("groups.ico")));
+    connect(m_tlbDefineGroupOnLocation, &ToolBar::buttonClick, this, &frmMagCreate::WathFrameGroupSurDefine);
     m_tlbSaveSurLocalization = add<ToolBar>(frame, "tlbSaveSurLocalization", 3030, 1845, 2490, 510);
     m_tlbSaveSurLocalization->addButton(QStringLiteral("key_Save"), QStringLiteral("&Zapisz"), {},
                                         programIcon(QStringLiteral("img_25.ico")));
     m_tlbSaveSurLocalization->addButton(QStringLiteral("key_Cancel"), QStringLiteral("&Anuluj"), {},
                                         programIcon(QStringLiteral("close.ico")));
+    connect(m_tlbSaveSurLocalization, &ToolBar::buttonClick, this,
+            &frmMagCreate::tlbSaveSurLocalization_ButtonClick);
 }
 
 void frmMagCreate::createLocationAddress() {
@@ -107,14 +112,18 @@ void frmMagCreate::createLocationParams() {
     place(addLabel(frame, "lblParamsLocaton", QStringLiteral("Parametry statyczne lokalizacji:")), kParamLeft,
           360, kParamWidth, kLine);
     m_dtcParamLocation = add<DataCombo>(frame, "dtcParamLocation", kParamLeft, 780, kParamWidth);
+    connect(m_dtcParamLocation, &DataCombo::changed, this, &frmMagCreate::dtcParamLocation_Change);
     // The box and the choice share one place; the kind of the parameter tells which of them shows.
     m_txtParamValueLocalization = add<QLineEdit>(frame, "txtParamValueLocalization", kParamLeft, 1200, 2760);
+    new FocusGuard(m_txtParamValueLocalization, [this] { return txtParamValueLocalization_Validate(); });
     m_cmbStatusLocation = add<QComboBox>(frame, "cmbStatusLocation", kParamLeft, 1200, 2760);
     m_cmbStatusLocation->setEditable(true);
     m_cmbStatusLocation->setInsertPolicy(QComboBox::NoInsert);
     m_tlbSaveParamLocalization =
         add<ToolBar>(frame, "tlbSaveParamLocalization", kParamLeft - 60, 1845, kParamWidth, 510);
     m_tlbSaveParamLocalization->addButton(QStringLiteral("key_Save"), QStringLiteral("&Zapisz parametr"));
+    connect(m_tlbSaveParamLocalization, &ToolBar::buttonClick, this,
+            &frmMagCreate::tlbSaveParamLocalization_ButtonClick);
 }
 
 void frmMagCreate::createLocationPicture() {
@@ -127,6 +136,7 @@ void frmMagCreate::createLocationPicture() {
     m_tlbPictureSur->addButton(QStringLiteral("key_Path"), QString(),
                                QStringLiteral("Wybór pliku graficznego"),
                                programIcon(QStringLiteral("folder.ico")));
+    connect(m_tlbPictureSur, &ToolBar::buttonClick, this, &frmMagCreate::tlbPictureSur_ButtonClick);
 }
 
 void frmMagCreate::createGroupFrame() {
@@ -143,12 +153,15 @@ void frmMagCreate::createGroupFrame() {
                                       programIcon(QStringLiteral("close.ico")));
     m_tlbSaveGroupLocation->addButton(QStringLiteral("key_Save"), QStringLiteral("&Zapisz"), {},
                                       programIcon(QStringLiteral("img_25.ico")));
+    connect(m_tlbSaveGroupLocation, &ToolBar::buttonClick, this,
+            &frmMagCreate::tlbSaveGroupLocation_ButtonClick);
 }
 
 void frmMagCreate::createGroupChoice() {
     QWidget* frame = m_frmDefGroupLocation;
     place(addLabel(frame, "lblGroupSur", QStringLiteral("Grupy zdefiniowane")), 150, 180, 1950, kLine);
     m_dtcGroupSur = add<DataCombo>(frame, "dtcGroupSur", 2130, 180, 3930);
+    connect(m_dtcGroupSur, &DataCombo::changed, this, &frmMagCreate::dtcGroupSur_Change);
     m_lblNewGroupName = addLabel(frame, "lblNewGroupName", QStringLiteral("Nazwa nowej grupy definiowanej"));
     place(m_lblNewGroupName, 6300, 180, 3090, kLine);
     m_txtNewGroupName = add<QLineEdit>(frame, "txtNewGroupName", 9420, 180, 3600);
@@ -168,12 +181,15 @@ void frmMagCreate::createGroupLists() {
                                   QStringLiteral("Dodaj surowiec do grupy"), 2100);
     m_cmdRemovroup = addArrow(m_frmDefGroupLocation, "cmdRemovroup", QStringLiteral("left.ico"),
                               QStringLiteral("Usuń surowiec z grupy"), 2760);
+    connect(m_cmdAddSurOnGroup, &QPushButton::clicked, this, &frmMagCreate::cmdAddSurOnGroup_Click);
+    connect(m_cmdRemovroup, &QPushButton::clicked, this, &frmMagCreate::cmdRemovroup_Click);
 }
 
 void frmMagCreate::createTimer() {
     m_timer1 = new QTimer(this);
     m_timer1->setObjectName(QStringLiteral("Timer1"));
     m_timer1->setInterval(kTimerInterval);
+    connect(m_timer1, &QTimer::timeout, this, &frmMagCreate::Timer1_Timer);
 }
 
 }  // namespace regalon

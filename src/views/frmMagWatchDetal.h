@@ -75,8 +75,6 @@ private:
     void WathLocation(qint16 rank, qint16 stand);
     void WathParamStand(qint16 rank, qint16 stand);
     void FiilItemOnLocation(const LocationAddress& address);
-    void ShowPictureOnImageFields(PictureBox& image, const QString& base64, const QString& file,
-                                  bool deleteFile);
 
     void resetDesign();
     void standBeside();

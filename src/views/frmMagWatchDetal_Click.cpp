@@ -2,10 +2,9 @@
 
 #include "common/ErrorTrap.h"
 #include "map/LocationName.h"
+#include "map/LocationPicture.h"
 #include "map/RankLetter.h"
-#include "platform/Base64File.h"
 #include "platform/Convert.h"
-#include "platform/Paths.h"
 #include "platform/PictureBox.h"
 #include "platform/TabStrip.h"
 #include "platform/ToolBar.h"
@@ -17,18 +16,6 @@
 #include <QPlainTextEdit>
 
 namespace regalon {
-
-namespace {
-
-QString temporaryFile(const LocationAddress& address) {
-    return QStringLiteral("C:\\Windows\\Temp\\%1_%2_%3_%4.bmp")
-        .arg(address.Rank)
-        .arg(address.Stand)
-        .arg(address.Shelf)
-        .arg(address.Location);
-}
-
-}  // namespace
 
 void frmMagWatchDetal::imglocation_Click(int index) {
     WindowTrap("frmMagWatchDetal - imglocation_Click", [&] {
@@ -62,7 +49,8 @@ void frmMagWatchDetal::showAssignedItem(const LocationAddress& address, const Lo
     if (item.Picture_pic.isEmpty())
         m_impPictureParam->setPicture(Picture());
     else
-        ShowPictureOnImageFields(*m_impPictureParam, item.Picture_pic, temporaryFile(address), true);
+        ShowPictureOnImageFields("frmMagWatchDetal - ShowPictureOnImageFields", *m_impPictureParam,
+                                 item.Picture_pic, temporaryPictureFile(address), true);
     const bool noNote = item.Description_char == u"0";
     m_txtParamInfoLocation->setPlainText(noNote ? QString() : item.Description_char);
     showSizes(item.Depth_int, item.Height_int, item.Width_int, item.Weight_int);
@@ -96,18 +84,6 @@ void frmMagWatchDetal::showFigures(const LocationFigures& figures) {
     m_lblQuantityBufData->setText(NumberText(figures.QuantityBufor));
     m_lblQuantityData->setText(NumberText(figures.QuantityLocation));
     m_lblProcentSumLineData->setText(NumberText(figures.QuantityPer));
-}
-
-/// A text that is no picture ends the routine where it fails: the control keeps what it showed, and what was
-/// written stays in the temporary folder until it is written over or the program ends.
-void frmMagWatchDetal::ShowPictureOnImageFields(PictureBox& image, const QString& base64, const QString& file,
-                                                bool deleteFile) {
-    WindowTrap("frmMagWatchDetal - ShowPictureOnImageFields", [&] {
-        writeBase64(base64, file);
-        image.setPicture(Picture::read(file));
-        if (deleteFile && Paths::fileExists(file))
-            Paths::remove(file);
-    });
 }
 
 void frmMagWatchDetal::imgBookStand_Click() {
