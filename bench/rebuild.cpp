@@ -2,59 +2,41 @@
 // locations. rebuild-growth: a rebuild of 5,000 locations over one of 500. rebuild-trips:  what the server
 // received for one rebuild over the statements and calls of a rebuild.
 
+#include "GrownWarehouse.h"
 #include "Measure.h"
 #include "Recording.h"
-#include "common/AppContext.h"
-#include "common/DbConnection.h"
 #include "map/MapCanvas.h"
 #include "platform/MsgBox.h"
-#include "support/LocalWarehouse.h"
 #include "views/frmMagWatch.h"
 
 #include <QAction>
 #include <QApplication>
-#include <QFile>
 
 #include <cstdio>
-#include <cstdlib>
 #include <memory>
 #include <stdexcept>
 #include <string>
 
 namespace {
 
+using bench::require;
 using regalon::test::LocalWarehouse;
 
 constexpr int rounds = 31;
 
-void require(bool condition, const QString& what) {
-    if (!condition)
-        throw std::runtime_error(what.toStdString());
-}
-
-/// A generated warehouse of ten locations a stand, its server, and the warehouse view on it.
+/// A generated warehouse with the warehouse view on it.
 class Warehouse {
 public:
-    explicit Warehouse(int stands) : stands_(stands), local_(LocalWarehouse::Content::Empty) {
-        QFile script(QStringLiteral(REGALON_BENCH_DIR "/growth.sql.in"));
-        require(script.open(QIODevice::ReadOnly), QStringLiteral("growth.sql.in is missing"));
-        QString sql = QString::fromUtf8(script.readAll());
-        sql.replace(QStringLiteral("@STANDS@"), QString::number(stands));
-        require(local_.runScript(sql), local_.why());
-        require(local_.start(), local_.why());
-        qputenv("REGALON_DRIVE_C", local_.driveC().toLocal8Bit());
-        context_.ConnMain = std::make_unique<regalon::DbConnection>();
-        context_.ConnMain->Open(local_.connectionString());
-        context_.ErrorService = std::make_unique<regalon::clsError>();
-        context_.PathBitmapMagSur = QStringLiteral("C:\\Regalon\\Ikony");
-        view_ = std::make_unique<regalon::frmMagWatch>(context_);
+    explicit Warehouse(int stands) : stands_(stands), grown_(stands) {
+        view_ = std::make_unique<regalon::frmMagWatch>(grown_.context());
         view_->show();
         require(canvas().imglocation().Count() == locations() + 1,
                 QStringLiteral("the plan holds %1 locations").arg(canvas().imglocation().Count() - 1));
     }
 
-    int locations() const { return stands_ * 10; }
-    LocalWarehouse& local() { return local_; }
+    int locations() const { return grown_.locations(); }
+    LocalWarehouse& local() { return grown_.local(); }
+    void enter() { grown_.enter(); }
 
     regalon::MapCanvas& canvas() { return *view_->findChild<regalon::MapCanvas*>(); }
     void rebuild() { view_->findChild<QAction*>(QStringLiteral("key_ReBulid"))->trigger(); }
@@ -62,9 +44,9 @@ public:
     /// The statements of one rebuild as the server received them.
     std::vector<bench::Statement> record() {
         rebuild();  // the first use of a procedure also asks for its parameters, once a connection
-        local_.clearTrace();
+        local().clearTrace();
         rebuild();
-        return bench::recorded(local_);
+        return bench::recorded(local());
     }
 
     /// One refresh of the fills, one read of the stands, one of the shelves of each stand, one save of the
@@ -75,8 +57,7 @@ public:
 
 private:
     int stands_;
-    LocalWarehouse local_;
-    regalon::AppContext context_;
+    bench::GrownWarehouse grown_;
     std::unique_ptr<regalon::frmMagWatch> view_;
 };
 
@@ -111,9 +92,9 @@ void growth() {
     bench::Samples largeTimes;
     bench::Samples ratios;
     for (int i = 0; i < rounds; ++i) {
-        qputenv("REGALON_DRIVE_C", small.local().driveC().toLocal8Bit());
+        small.enter();
         const double one = bench::timed([&] { small.rebuild(); });
-        qputenv("REGALON_DRIVE_C", large.local().driveC().toLocal8Bit());
+        large.enter();
         const double ten = bench::timed([&] { large.rebuild(); });
         smallTimes.add(one);
         largeTimes.add(ten);

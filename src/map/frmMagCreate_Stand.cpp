@@ -183,12 +183,11 @@ void frmMagCreate::showStand(const StandParameters& stand) {
 }
 
 void frmMagCreate::showLocationCounts(qint16 rank, qint16 stand, qint16 shelfCount) {
-    for (const Shelf& shelf : m_shelves)
-        shelf.frame->hide();
-    for (qint16 number = 1; number <= shelfCount && number <= kShelves; ++number) {
+    for (qint16 number = 1; number <= kShelves; ++number) {
         const Shelf& shelf = m_shelves[static_cast<std::size_t>(number - 1)];
-        shelf.frame->show();
-        shelf.count->setCurrentText(QString::number(m_data->GetLocalizationCount(rank, stand, number)));
+        shelf.frame->setVisible(number <= shelfCount);
+        if (number <= shelfCount)
+            shelf.count->setCurrentText(QString::number(m_data->GetLocalizationCount(rank, stand, number)));
     }
 }
 
@@ -216,7 +215,6 @@ void frmMagCreate::dtcShelfCount_Change_Object() {
         if (shelves < 0) {
             shelves = static_cast<qint16>(m_data->GetShelfCountOnStand(rank, stand) + 1);
             newShelf = true;
-            marked = shelves;
         }
         if (key > 0)
             marked = key;
@@ -228,13 +226,11 @@ void frmMagCreate::dtcShelfCount_Change_Object() {
 /// Shows the frames of shelves 1 to `shelves`. A shelf without locations has no number yet: the manager has
 /// to give it one before the stand can be saved.
 void frmMagCreate::offerLocationCounts(qint16 rank, qint16 stand, qint16 shelves) {
-    for (const Shelf& shelf : m_shelves)
-        shelf.frame->hide();
-    if (shelves > kShelves)
-        return;
-    for (qint16 number = 1; number <= shelves; ++number) {
+    for (qint16 number = 1; number <= kShelves; ++number) {
         const Shelf& shelf = m_shelves[static_cast<std::size_t>(number - 1)];
-        shelf.frame->show();
+        shelf.frame->setVisible(shelves <= kShelves && number <= shelves);
+        if (shelf.frame->isHidden())
+            continue;
         const qint16 count = m_data->GetLocalizationCount(rank, stand, number);
         shelf.count->setCurrentText(count == 0 ? QStringLiteral("-----") : QString::number(count));
     }
@@ -245,11 +241,14 @@ void frmMagCreate::markShelf(qint16 marked) {
     for (int number = 1; number <= kShelves; ++number) {
         const Shelf& shelf = m_shelves[static_cast<std::size_t>(number - 1)];
         const bool mark = number == marked;
+        shelf.count->setEnabled(mark);
+        // Fonts and colours run through all that is inside a frame: only what changes is set.
+        if (shelf.frame->font().bold() == mark)
+            continue;
         const QColor color = mark ? kMarkColor : palette().color(QPalette::ButtonText);
         setBold(shelf.frame, mark);
         setTextColor(shelf.frame, color);
         setTextColor(shelf.count, color);
-        shelf.count->setEnabled(mark);
     }
 }
 

@@ -26,6 +26,8 @@ void DataCombo::setBoundColumn(const QString& column) {
 }
 
 void DataCombo::setListField(const QString& column) {
+    if (column == m_listField)
+        return;
     m_listField = column;
     rebuild();
 }
