@@ -5,8 +5,12 @@
 namespace regalon {
 
 void showNotice(const QString& text) {
-    if (!text.isEmpty())
-        MsgBox(text, MsgFlag::Information, QStringLiteral("Komunikat"));
+    MsgBox(text, MsgFlag::Information, QStringLiteral("Komunikat"));
+}
+
+void showRefusal(const QString& reason) {
+    if (!reason.isEmpty())
+        showNotice(reason);
 }
 
 }  // namespace regalon

@@ -140,7 +140,7 @@ void frmMagCreate::saveMembers(qint16 group) {
         codes.append(m_lstSurOnGroup->item(number)->text());
     QString message;
     if (!m_data->AddSurOnGroup(group, codes.join(QLatin1Char(',')), m_context.UserSign, message))
-        showNotice(message);
+        showRefusal(message);
 }
 
 /// A new group comes without members: they are added once it is chosen, and saved by a second press.
@@ -148,7 +148,7 @@ void frmMagCreate::saveNewGroup() {
     const QString name = m_txtNewGroupName->text();
     QString message;
     if (!m_data->AddOrRemoveNewGroup(kNew, name, m_context.UserSign, message)) {
-        showNotice(message);
+        showRefusal(message);
         return;
     }
     FillComboGroupLocation();

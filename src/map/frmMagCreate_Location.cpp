@@ -138,7 +138,7 @@ bool frmMagCreate::SaveLocalizationParam() {
             return;
         QString message;
         if (!m_data->AddSurOnLocalization(*address, itemCode, group, m_context.UserSign, message))
-            showNotice(message);
+            showRefusal(message);
     });
     return false;
 }

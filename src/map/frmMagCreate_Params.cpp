@@ -32,6 +32,7 @@ constexpr int kTextWidth = 2760;
 constexpr int kTextLimit = 250;
 constexpr int kNumberWidth = 1000;
 constexpr int kNumberLimit = 6;
+constexpr int kNoLimit = 32767;
 
 constexpr qint64 kPictureLimit = 3000000;  // bytes; a picture is smaller
 
@@ -110,7 +111,9 @@ void frmMagCreate::leavePicture() {
 /// this location, too. The list of states goes with a stored picture only.
 void frmMagCreate::showPictureParam(const LocationAddress& address, const QString& value) {
     m_frmWathSurPicture->show();
+    // Out of sight it takes the name of a file, which the limit of the parameter before could cut.
     m_txtParamValueLocalization->hide();
+    m_txtParamValueLocalization->setMaxLength(kNoLimit);
     m_impPictureSur->setPicture({});
     if (value.isEmpty()) {
         m_txtParamValueLocalization->clear();
@@ -178,7 +181,7 @@ void frmMagCreate::tlbSaveParamLocalization_ButtonClick(const QString& key) {
         QString message;
         if (!readParamValue(type, value, message) ||
             !m_data->SaveLocationParamStatic(*address, name, value, type, message)) {
-            showNotice(message);
+            showRefusal(message);
             return;
         }
         setSaveButton(QStringLiteral("Zapisano"), kImageOfSaved);

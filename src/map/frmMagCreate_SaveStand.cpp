@@ -106,13 +106,12 @@ bool frmMagCreate::AddBookStand() {
     WindowTrap("frmMagCreate - AddBookStand", [&] {
         QString message;
         if (!ValidateDataOnForm(message)) {
-            if (!message.isEmpty())
-                showNotice(message);
+            showRefusal(message);
             return;
         }
         StandDefinition stand = standOnForm();
         if (!m_data->AddBookStandValidate(stand, message) || !m_data->AddBookStandToDB(stand, message)) {
-            showNotice(message);
+            showRefusal(message);
             return;
         }
         if (stand.Stand == kNew)
@@ -134,7 +133,7 @@ bool frmMagCreate::RemoveBookStand() {
         QString message;
         if (!m_data->RemoveBookStandValidate(rank, stand, message) ||
             !m_data->RemoveBookStandDB(rank, stand, message)) {
-            showNotice(message);
+            showRefusal(message);
             return;
         }
         m_remembered.Rank = rank;

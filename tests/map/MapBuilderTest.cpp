@@ -275,8 +275,9 @@ TEST_F(MapBuild, WhileARebuildRunsNoRemovedElementIsFoundUnderAName) {
     QStringList found;
     messages.onMessage([&](const MsgBoxRecorder::Message&) {
         for (const QGraphicsItem* item : canvas.scene()->items()) {
-            if (const QVariant index = item->data(PlanData::Index); index.toInt() > 0)
-                found.append(item->data(PlanData::ArrayName).toString() + index.toString());
+            const QString name = item->data(PlanData::ArrayName).toString();
+            if (const QVariant index = item->data(PlanData::Index); !name.isEmpty() && index.toInt() > 0)
+                found.append(name + index.toString());
         }
     });
     builder->RefreschWatchStore();
