@@ -5,6 +5,7 @@
 #include "shell/ConnectionFile.h"
 #include "shell/ShellFixture.h"
 #include "shell/clsCrypt.h"
+#include "support/OrdinaryUser.h"
 
 #include <QDir>
 #include <QFile>
@@ -13,7 +14,6 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <csignal>
 
@@ -227,29 +227,13 @@ TEST_F(ConnectionFileOnDisk, StaysAsItWasWhenTheNewOneCannotBeWrittenToItsEnd) {
     EXPECT_EQ(QDir(m_folder.path()).entryList(QDir::Files), QStringList{QStringLiteral("connect.txt")});
 }
 
-/// For its life the program runs as a user whom permissions bind, even if root started it.
-class OrdinaryUser {
-public:
-    OrdinaryUser() : m_changed(geteuid() == 0 && seteuid(65534) == 0) {}
-    ~OrdinaryUser() {
-        if (m_changed && seteuid(0) != 0) {
-            std::abort();
-        }
-    }
-    OrdinaryUser(const OrdinaryUser&) = delete;
-    OrdinaryUser& operator=(const OrdinaryUser&) = delete;
-
-private:
-    bool m_changed;
-};
-
 TEST_F(ConnectionFileOnDisk, ThatIsReadOnlyIsNotReplaced) {
     put("old");
     ASSERT_TRUE(QFile::setPermissions(path(), QFile::Permissions(0x4444)));
     ASSERT_TRUE(QFile::setPermissions(m_folder.path(), QFile::Permissions(0x7777)));
     qint32 number = 0;
     {
-        const OrdinaryUser user;
+        const test::OrdinaryUser user;
         try {
             ConnectionFile::write(path(), sampleSettings());
         } catch (const RunTimeError& error) {
