@@ -33,8 +33,9 @@ constexpr int kGroupListHeight = 3600;
 
 constexpr int kLine = 345;         // height of a box and of its label
 constexpr int kLabelWidth = 2940;  // of the material side
-constexpr int kParamLeft = 7740;
-constexpr int kParamWidth = 3450;
+constexpr int kChoiceWidth = 4440;
+constexpr int kParamLeft = 8280;
+constexpr int kParamWidth = 3060;
 constexpr int kPictureLeft = 11400;
 
 constexpr int kTimerInterval = 1000;  // milliseconds
@@ -71,16 +72,17 @@ void frmMagCreate::createLocationMaterial() {
     place(addLabel(frame, "lblSurOnLOcation", QStringLiteral("Surowiec na lokalizacji:")), 150, 360,
           kLabelWidth, kLine);
     m_lblSurOnLOcationData = addLabel(frame, "lblSurOnLOcationData", {}, true);
-    place(m_lblSurOnLOcationData, 3120, 360, 4500, kLine);
+    // The code and the name of a material are long; nothing else stands in this line.
+    place(m_lblSurOnLOcationData, 3120, 360, kPictureLeft - 3210, kLine);
     place(addLabel(frame, "lblNewSurOnLOcation", QStringLiteral("Nowy surowiec  dla lokalizacji:")), 150, 780,
           kLabelWidth, kLine);
-    m_dtcSurOnLOcalization = add<DataCombo>(frame, "dtcSurOnLOcalization", 3120, 780, 3900);
-    m_cmdLookFor = add<QPushButton>(frame, "cmdLookFor", 7080, 780, 450);
+    m_dtcSurOnLOcalization = add<DataCombo>(frame, "dtcSurOnLOcalization", 3120, 780, kChoiceWidth);
+    m_cmdLookFor = add<QPushButton>(frame, "cmdLookFor", 3180 + kChoiceWidth, 780, 450);
     m_cmdLookFor->setText(QStringLiteral("..."));
     connect(m_cmdLookFor, &QPushButton::clicked, this, &frmMagCreate::cmdLookFor_Click);
     place(addLabel(frame, "lblGroupONLocation", QStringLiteral("Grupa surowców dla lokalizacji:")), 150, 1200,
           kLabelWidth, kLine);
-    m_dtcGroupOnLocalization = add<DataCombo>(frame, "dtcGroupOnLocalization", 3120, 1200, 3900);
+    m_dtcGroupOnLocalization = add<DataCombo>(frame, "dtcGroupOnLocalization", 3120, 1200, kChoiceWidth);
 
     m_tlbDefineGroupOnLocation = add<ToolBar>(frame, "tlbDefineGroupOnLocation", 90, 1845, 2190, 510);
     m_tlbDefineGroupOnLocation->addButton(QStringLiteral("key_Define"), QStringLiteral("&Grupy surowców"), {},
@@ -110,13 +112,13 @@ void frmMagCreate::createLocationAddress() {
 void frmMagCreate::createLocationParams() {
     QWidget* frame = m_frmAddSurOnLocalization;
     place(addLabel(frame, "lblParamsLocaton", QStringLiteral("Parametry statyczne lokalizacji:")), kParamLeft,
-          360, kParamWidth, kLine);
-    m_dtcParamLocation = add<DataCombo>(frame, "dtcParamLocation", kParamLeft, 780, kParamWidth);
+          720, kParamWidth, 300);
+    m_dtcParamLocation = add<DataCombo>(frame, "dtcParamLocation", kParamLeft, 1005, kParamWidth);
     connect(m_dtcParamLocation, &DataCombo::changed, this, &frmMagCreate::dtcParamLocation_Change);
     // The box and the choice share one place; the kind of the parameter tells which of them shows.
-    m_txtParamValueLocalization = add<QLineEdit>(frame, "txtParamValueLocalization", kParamLeft, 1200, 2760);
+    m_txtParamValueLocalization = add<QLineEdit>(frame, "txtParamValueLocalization", kParamLeft, 1425, 2760);
     new FocusGuard(m_txtParamValueLocalization, [this] { return txtParamValueLocalization_Validate(); });
-    m_cmbStatusLocation = add<QComboBox>(frame, "cmbStatusLocation", kParamLeft, 1200, 2760);
+    m_cmbStatusLocation = add<QComboBox>(frame, "cmbStatusLocation", kParamLeft, 1425, 2760);
     m_cmbStatusLocation->setEditable(true);
     m_cmbStatusLocation->setInsertPolicy(QComboBox::NoInsert);
     m_tlbSaveParamLocalization =
