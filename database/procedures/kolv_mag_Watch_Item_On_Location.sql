@@ -3,7 +3,8 @@
 -- are asked for, so phase 0 has nothing to prepare.
 -- The client counts columns from the end: the code of the material is the last, before it stand A for a material that
 -- belongs on the location or B for a stranger, the quantity, and 1 where several materials may lie (0 lets the client
--- tick a row by itself). Nothing visible or hidden may come behind the code.
+-- tick a row by itself). Nothing visible or hidden may come behind the code. The widths fill the list of the stand
+-- detail, 7785 twips inside its frame with the 700 of the row numbers: a name of forty letters can be read.
 DROP PROCEDURE IF EXISTS dbo.kolv_mag_Watch_Item_On_Location;
 GO
 CREATE PROCEDURE dbo.kolv_mag_Watch_Item_On_Location
@@ -21,13 +22,13 @@ BEGIN
     IF @Phase <> 1
         RETURN 0;
 
-    SELECT ItemName AS [Nazwa surowca:2700;0],
-        InvntryUom AS [Jm:450;2],
-        PackageCount AS [Opak.:600;1],
-        CASE WHEN StatLocation = N'1' THEN 1 ELSE 0 END AS [Multi:600;2],
-        CAST(Quantity AS decimal(19, 2)) AS [Ilość:900;1],
-        Kind AS [St.:400;2],
-        ItemCode AS [Kod surowca:1250;0]
+    SELECT ItemName AS [Nazwa surowca:3900;0],
+        InvntryUom AS [Jm:360;2],
+        PackageCount AS [Op.:380;1],
+        CASE WHEN StatLocation = N'1' THEN 1 ELSE 0 END AS [M.:300;2],
+        CAST(Quantity AS decimal(19, 2)) AS [Ilość:760;1],
+        Kind AS [St.:360;2],
+        ItemCode AS [Kod:1020;0]
     FROM dbo.Kolv_vv_mag_Location_Material
     WHERE Rank = @Rank AND Stand = @Stand AND Shelf = @Shelf AND Location = @Location
     ORDER BY ItemCode;
