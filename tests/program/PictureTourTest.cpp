@@ -32,7 +32,7 @@ protected:
     LocalWarehouse warehouse;
 };
 
-TEST_F(PictureTour, LeavesPicturesOfThePlanALocationASearchTheRefreshAndTheMaterials) {
+TEST_F(PictureTour, LeavesPicturesOfThePlanTheSearchTheRefreshAStandAndTheMaterials) {
     QProcess connect;
     connect.start(QStringLiteral(REGALON_BINARY_DIR "/bin/regalon-connect"), {warehouse.connectFile()});
     connect.write(QStringLiteral("Login:%1\nHaslo:%2\nServer:%3\nBaza:%4\n")
@@ -54,10 +54,17 @@ TEST_F(PictureTour, LeavesPicturesOfThePlanALocationASearchTheRefreshAndTheMater
     EXPECT_NE(picture("location.png"), picture("materials.png"));
     EXPECT_NE(picture("search.png"), picture("grey.png"));
     EXPECT_NE(picture("grey.png"), picture("autorefresh.png"));
-    EXPECT_FALSE(picture("grey-2x.png").isNull());
-    EXPECT_FALSE(picture("autorefresh-2x.png").isNull());
+    EXPECT_NE(picture("search.png"), picture("lookfor.png"));
+    EXPECT_NE(picture("stand.png"), picture("stand-picture.png"));
+    EXPECT_NE(picture("stand-picture.png"), picture("stand-notes.png"));
+    EXPECT_NE(picture("stand-notes.png"), picture("stand-materials.png"));
+    for (const char* name : {"grey-2x.png", "lookfor-2x.png", "autorefresh-2x.png", "stand-2x.png",
+                             "stand-picture-2x.png", "stand-notes-2x.png", "stand-materials-2x.png"})
+        EXPECT_FALSE(picture(name).isNull()) << name;
     EXPECT_EQ(warehouse.trace().filter(QStringLiteral(" select A.LocationName,A.LocationPercent")).size(), 2)
         << "one pass at each density";
+    EXPECT_EQ(warehouse.trace().filter(QStringLiteral("exec kolv_mag_Watch_Item_On_Location")).size(), 4)
+        << "two phases at each density";
     EXPECT_FALSE(
         warehouse.trace().filter(QStringLiteral("exec kolv_mag_Watch_Detal_Item_On_Location")).isEmpty());
 }
