@@ -4,7 +4,7 @@
 -- The client counts columns from the end: the code of the material is the last, before it stand A for a material that
 -- belongs on the location or B for a stranger, the quantity, and 1 where several materials may lie (0 lets the client
 -- tick a row by itself). Nothing visible or hidden may come behind the code. The widths fill the list of the stand
--- detail, 7785 twips inside its frame with the 700 of the row numbers: a name of forty letters can be read.
+-- detail, 7785 twips inside its frame with the 700 of the row numbers; the name takes what the others can spare.
 DROP PROCEDURE IF EXISTS dbo.kolv_mag_Watch_Item_On_Location;
 GO
 CREATE PROCEDURE dbo.kolv_mag_Watch_Item_On_Location
