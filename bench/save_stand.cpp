@@ -1,6 +1,6 @@
-// save-stand: from "&Zapisz regał" in the layout editor to the plan drawn anew, over a bare ODBC loop that
-// sends the same statements. 500 locations. Both sides save the same stand as it is, so that the server does
-// the same for both.
+// save-stand: from "&Zapisz regał" in the layout editor until the plan holds its new elements, over a bare
+// ODBC loop that sends the same statements. 500 locations. Both sides save the same stand as it is, so that
+// the server does the same for both.
 
 #include "GrownWarehouse.h"
 #include "Measure.h"
@@ -36,10 +36,8 @@ public:
     regalon::test::LocalWarehouse& local() { return warehouse_.local(); }
     int drawn() { return canvas().imglocation().Count() - 1; }
 
-    /// Returns when the new plan has been painted.
     void save() {
         window_.findChild<QAction*>(QStringLiteral("key_Add"))->trigger();
-        canvas().viewport()->repaint();
         bench::require(messages_.count() == 0, messages_.last().Text);
     }
 

@@ -3,13 +3,22 @@
 #include "platform/Convert.h"
 #include "platform/RunTimeError.h"
 
-#include <QStringBuilder>
+#include <array>
+#include <charconv>
 
 namespace regalon {
 
 namespace {
 
 constexpr QLatin1Char kMark('_');
+constexpr qsizetype kUsualLength = 24;
+
+/// Without a text of its own: a plan builds hundreds of names at each refresh.
+void appendNumber(QString& text, qint64 number) {
+    std::array<char, 24> digits{};
+    const std::to_chars_result end = std::to_chars(digits.data(), digits.data() + digits.size(), number);
+    text.append(QLatin1String(digits.data(), end.ptr - digits.data()));
+}
 
 }  // namespace
 
@@ -35,10 +44,16 @@ qint16 TagFields::number(int index) const {
 }
 
 QString buildLocationName(const LocationAddress& address, const QString& family, qsizetype index) {
-    // One allocation: a plan builds hundreds of these at each refresh.
-    return QString::number(address.Rank) % kMark % QString::number(address.Stand) % kMark %
-           QString::number(address.Shelf) % kMark % QString::number(address.Location) % kMark % family %
-           kMark % QString::number(index);
+    QString name;
+    name.reserve(kUsualLength);
+    for (const qint16 number : {address.Rank, address.Stand, address.Shelf, address.Location}) {
+        appendNumber(name, number);
+        name.append(kMark);
+    }
+    name.append(family);
+    name.append(kMark);
+    appendNumber(name, index);
+    return name;
 }
 
 QString buildStandTag(qint16 rank, qint16 stand, const QString& standIcon) {
