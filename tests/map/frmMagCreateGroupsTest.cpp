@@ -116,6 +116,7 @@ TEST_F(FrmMagCreateGroups, TheFrameOpensWithAllMaterialsAndTheGroupsInUse) {
     EXPECT_FALSE(deleteButton()->isEnabled());
     EXPECT_FALSE(addButton()->isEnabled());
     EXPECT_FALSE(removeButton()->isEnabled());
+    EXPECT_TRUE(label("lblNewGroupName")->isHidden());
     EXPECT_TRUE(box("txtNewGroupName")->isHidden());
     EXPECT_EQ(
         warehouse.batches(),
