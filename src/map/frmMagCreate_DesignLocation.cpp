@@ -25,11 +25,12 @@ namespace {
 constexpr int kFrameLeft = 120;
 constexpr int kFrameWidth = 14970;
 constexpr int kFrameHeight = 2490;
-constexpr int kGroupLeft = 1020;
-constexpr int kGroupWidth = 13170;
-constexpr int kGroupHeight = 5250;
-constexpr int kGroupListWidth = 5970;
-constexpr int kGroupListHeight = 3600;
+// Down to the frame of the stand: two rows of buttons that save, one of each frame, would be mistaken.
+constexpr int kGroupHeight = 5700;
+// Room for the columns of both lists, of which the first shows the unit as well.
+constexpr int kMaterialListWidth = 7050;
+constexpr int kMemberListWidth = 6450;
+constexpr int kGroupListHeight = 4020;
 
 constexpr int kLine = 345;         // height of a box and of its label
 constexpr int kLabelWidth = 2940;  // of the material side
@@ -50,7 +51,7 @@ Control* add(QWidget* parent, const char* name, int left, int top, int width, in
 
 QPushButton* addArrow(QWidget* parent, const char* name, const QString& icon, const QString& meaning,
                       int top) {
-    auto* button = add<QPushButton>(parent, name, 6210, top, 750, 510);
+    auto* button = add<QPushButton>(parent, name, 7410, top, 750, 510);
     button->setIcon(programIcon(icon));
     button->setToolTip(meaning);
     return button;
@@ -142,13 +143,13 @@ void frmMagCreate::createLocationPicture() {
 }
 
 void frmMagCreate::createGroupFrame() {
-    m_frmDefGroupLocation = addPlanFrame(m_surface, "frmDefGroupLocation", QString(), kGroupLeft, 1380,
-                                         kGroupWidth, kGroupHeight);
+    m_frmDefGroupLocation = addPlanFrame(m_surface, "frmDefGroupLocation", QString(), kFrameLeft, 1380,
+                                         kFrameWidth, kGroupHeight);
     createGroupChoice();
     createGroupLists();
 
     m_tlbSaveGroupLocation =
-        add<ToolBar>(m_frmDefGroupLocation, "tlbSaveGroupLocation", 90, 4650, kGroupWidth - 180, 510);
+        add<ToolBar>(m_frmDefGroupLocation, "tlbSaveGroupLocation", 90, 5085, kFrameWidth - 180, 510);
     m_tlbSaveGroupLocation->addButton(QStringLiteral("key_Delete"), QStringLiteral("&Usuń"), {},
                                       programIcon(QStringLiteral("img_37.ico")));
     m_tlbSaveGroupLocation->addButton(QStringLiteral("key_Cancel"), QStringLiteral("&Anuluj"), {},
@@ -170,15 +171,16 @@ void frmMagCreate::createGroupChoice() {
 }
 
 void frmMagCreate::createGroupLists() {
-    const auto addList = [this](const char* frameName, const QString& caption, const char* listName,
-                                int left) {
+    const auto addList = [this](const char* frameName, const QString& caption, const char* listName, int left,
+                                int width) {
         QGroupBox* frame = addFrame(m_frmDefGroupLocation, frameName, caption);
-        place(frame, left, 720, kGroupListWidth, kGroupListHeight + 360);
-        return add<ListView>(frame, listName, 60, 330, kGroupListWidth - 120, kGroupListHeight - 30);
+        place(frame, left, 720, width, kGroupListHeight + 360);
+        return add<ListView>(frame, listName, 60, 330, width - 120, kGroupListHeight - 30);
     };
-    m_lstSurOnMag = addList("frmSurowceOnChoise", QStringLiteral("Surowce w magazynie"), "lstSurOnMag", 120);
+    m_lstSurOnMag = addList("frmSurowceOnChoise", QStringLiteral("Surowce w magazynie"), "lstSurOnMag", 120,
+                            kMaterialListWidth);
     m_lstSurOnGroup = addList("frmSurOnGroup", QStringLiteral("Surowce w danej grupie"), "lstSurOnGroup",
-                              kGroupWidth - kGroupListWidth - 120);
+                              kFrameWidth - kMemberListWidth - 120, kMemberListWidth);
     m_cmdAddSurOnGroup = addArrow(m_frmDefGroupLocation, "cmdAddSurOnGroup", QStringLiteral("right.ico"),
                                   QStringLiteral("Dodaj surowiec do grupy"), 2100);
     m_cmdRemovroup = addArrow(m_frmDefGroupLocation, "cmdRemovroup", QStringLiteral("left.ico"),

@@ -6,6 +6,7 @@
 
 #include <QAction>
 #include <QPushButton>
+#include <QScrollBar>
 
 namespace regalon {
 namespace {
@@ -126,6 +127,12 @@ TEST_F(FrmMagCreateGroups, TheFrameOpensWithAllMaterialsAndTheGroupsInUse) {
                                     "UNION ALL select -1 as GroupSur , N'nowa' as GroupSurName"),
                      QStringLiteral("select * from Kolv_vv_mag_Sur_Location_group where xxx_GroupSur = 0")}));
     EXPECT_EQ(messages.count(), 0);
+}
+
+TEST_F(FrmMagCreateGroups, TheColumnsOfBothListsFitWithoutScrolling) {
+    openOn(QStringLiteral("Złącza"));
+    for (const char* name : {"lstSurOnMag", "lstSurOnGroup"})
+        EXPECT_EQ(list(name)->horizontalScrollBar()->maximum(), 0) << name;
 }
 
 TEST_F(FrmMagCreateGroups, TheFrameOpensFromTheLocationEditorTooAndCancelClosesIt) {

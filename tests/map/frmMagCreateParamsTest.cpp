@@ -252,6 +252,17 @@ TEST_F(FrmMagCreateParams, AnEmptyPictureShowsTheFrameWithNothingInIt) {
     EXPECT_EQ(value()->text(), QString());
 }
 
+TEST_F(FrmMagCreateParams, TheListOfStatesGoesWithAStoredPictureOnly) {
+    openOn(kStatus);
+    choose("dtcParamLocation", kPicture);
+    EXPECT_TRUE(pictureFrame());
+    EXPECT_TRUE(combo("cmbStatusLocation")->isVisible());
+    store(QStringLiteral("Picture_pic"), QString::fromLatin1(picture("BMP").toBase64()));
+    choose("dtcParamLocation", kStatus);
+    choose("dtcParamLocation", kPicture);
+    EXPECT_TRUE(combo("cmbStatusLocation")->isHidden());
+}
+
 TEST_F(FrmMagCreateParams, AStoredTextThatIsNoPictureIsReportedAndThePictureStaysEmpty) {
     for (const QString& bad : {QStringLiteral("Qk32DQ!?"), QStringLiteral("dG8gbmllIG9icmF6")}) {
         store(QStringLiteral("Picture_pic"), bad);
