@@ -4,6 +4,8 @@
 -- show whatever it finds. The procedures are the guard of what they write.
 -- Positions on the plan are twips. Sizes are millimetres, weights kilograms. Flags are N'Y' and N'N'.
 
+DROP TABLE IF EXISTS dbo.Kolv_Mag_BarCode_Input_Sur_tym;
+DROP TABLE IF EXISTS dbo.Kolv_Mag_BarCode_Output_Sur_tym;
 DROP TABLE IF EXISTS dbo.Kolv_Mag_BarCode_Sur_History;
 DROP TABLE IF EXISTS dbo.Kolv_Mag_BarCode_Sur;
 DROP TABLE IF EXISTS dbo.kolv_mag_Group_Item;
@@ -213,6 +215,58 @@ CREATE TABLE dbo.Kolv_Mag_BarCode_Sur_History (
     BookDate     datetime       NULL
 );
 CREATE INDEX IX_Kolv_Mag_BarCode_Sur_History_BarCode ON dbo.Kolv_Mag_BarCode_Sur_History (BarCode);
+GO
+
+-- ---------------------------------------------------------------- staged work
+
+-- Packages that a client has taken in hand for a shift, a goods-in or a return. A row belongs to the connection and user
+-- of HostName, SPID (the number of the connection with its sign reversed) and UserSign; nobody else may touch it.
+-- LineGrd is -1 once the user has chosen the package. The address is where the package lay when it was staged: a package
+-- that lies elsewhere by now has been moved by somebody else. It is NULL for a package that has no place yet.
+CREATE TABLE dbo.Kolv_Mag_BarCode_Input_Sur_tym (
+    ID         int IDENTITY(1, 1) NOT NULL PRIMARY KEY,
+    HostName   nvarchar(128)  NULL,
+    SPID       int            NOT NULL,
+    UserSign   smallint       NULL,
+    YearCode   smallint       NULL,
+    LineGrd    smallint       NULL,
+    Aplication nvarchar(10)   NULL,
+    Operation  nvarchar(10)   NULL,
+    DocEntry   int            NULL,
+    DocNum     int            NULL,
+    LineNum    smallint       NULL,
+    NumberCode int            NULL,
+    BarCode    nvarchar(50)   NOT NULL,
+    ItemCode   nvarchar(20)   NULL,
+    Quantity   decimal(19, 6) NULL,
+    Rank       smallint       NULL,
+    Stand      smallint       NULL,
+    Shelf      smallint       NULL,
+    Location   smallint       NULL,
+    StageDate  datetime       NULL
+);
+CREATE UNIQUE INDEX IX_Kolv_Mag_BarCode_Input_Sur_tym
+    ON dbo.Kolv_Mag_BarCode_Input_Sur_tym (SPID, HostName, UserSign, Aplication, Operation, BarCode);
+
+-- Packages that a client has taken in hand to give them out, under the same key.
+CREATE TABLE dbo.Kolv_Mag_BarCode_Output_Sur_tym (
+    ID           int IDENTITY(1, 1) NOT NULL PRIMARY KEY,
+    HostName     nvarchar(128)  NULL,
+    SPID         int            NOT NULL,
+    UserSign     smallint       NULL,
+    YearCode     smallint       NULL,
+    LineGrd      smallint       NULL,
+    Aplication   nvarchar(10)   NULL,
+    DocNum       int            NULL,
+    BarCode      nvarchar(50)   NULL,
+    ItemCode     nvarchar(20)   NULL,
+    QuantityProp decimal(19, 6) NULL,
+    QuantityOut  decimal(19, 6) NULL,
+    PropOrOut    nvarchar(10)   NULL,
+    StageDate    datetime       NULL
+);
+CREATE INDEX IX_Kolv_Mag_BarCode_Output_Sur_tym
+    ON dbo.Kolv_Mag_BarCode_Output_Sur_tym (SPID, HostName, UserSign);
 GO
 
 -- ---------------------------------------------------------------- helper

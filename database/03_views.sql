@@ -2,7 +2,7 @@
 -- A list takes column 1 as key and column 2 as text. A grid takes a column's name as caption:width;alignment, width in
 -- twips, alignment 0 left, 1 right, 2 centre; names with xxx_ are hidden and must stand last, without a width.
 
--- What a location can hold, in litres and kilograms, and the family of its icon.
+-- What a location can hold, in litres, kilograms and millimetres, and the family of its icon.
 -- The family tells how many of the shelf's three slots the location covers: LA one, LB two, LC three. A size that the
 -- location's row leaves open is that of the covered slots of a standard stand.
 DROP VIEW IF EXISTS dbo.Kolv_vv_mag_Location_Space;
@@ -13,7 +13,10 @@ SELECT F.Rank, F.Stand, F.Shelf, F.Location, F.Family, F.Slots,
     CAST(ISNULL(NULLIF(I.Width_int, 0), 900 * F.Slots) AS float)
         * ISNULL(NULLIF(I.Height_int, 0), 1200)
         * ISNULL(NULLIF(I.Depth_int, 0), 1100) / 1000000.0 AS SpaceVolume,
-    CAST(ISNULL(NULLIF(I.Weight_int, 0), 1000 * F.Slots) AS float) AS SpaceWeight
+    CAST(ISNULL(NULLIF(I.Weight_int, 0), 1000 * F.Slots) AS float) AS SpaceWeight,
+    ISNULL(NULLIF(I.Width_int, 0), 900 * F.Slots) AS SpaceWidth,
+    ISNULL(NULLIF(I.Height_int, 0), 1200) AS SpaceHeight,
+    ISNULL(NULLIF(I.Depth_int, 0), 1100) AS SpaceDepth
 FROM (
     SELECT L.Rank, L.Stand, L.Shelf, L.Location,
         CASE WHEN C.LocationCount = 1 THEN N'LC'
@@ -33,14 +36,16 @@ FROM (
         ON I.Rank = F.Rank AND I.Stand = F.Stand AND I.Shelf = F.Shelf AND I.Location = F.Location;
 GO
 
--- What the active packages of each location take up, in litres and kilograms.
+-- What the active packages of each location take up, in litres and kilograms. All are of one material when FirstItem and
+-- LastItem are the same.
 DROP VIEW IF EXISTS dbo.Kolv_vv_mag_Location_Load;
 GO
 CREATE VIEW dbo.Kolv_vv_mag_Location_Load
 AS
 SELECT Rank, Stand, Shelf, Location, COUNT(*) AS PackageCount, SUM(Quantity) AS Quantity,
     SUM(CAST(ISNULL(PackLength, 0) AS float) * ISNULL(PackWidth, 0) * ISNULL(PackHeight, 0) / 1000000.0) AS LoadVolume,
-    SUM(CAST(ISNULL(PackWeight, 0) AS float)) AS LoadWeight
+    SUM(CAST(ISNULL(PackWeight, 0) AS float)) AS LoadWeight,
+    MIN(ISNULL(ItemCode, N'')) AS FirstItem, MAX(ISNULL(ItemCode, N'')) AS LastItem
 FROM dbo.Kolv_Mag_BarCode_Sur
 WHERE Active = N'Y' AND Rank IS NOT NULL
 GROUP BY Rank, Stand, Shelf, Location;

@@ -67,7 +67,8 @@ TEST(Install, TheSchemaAloneHasEverythingButRows) {
     for (const char* table :
          {"kolv_mag_Rank", "kolv_mag_Stand", "kolv_mag_Location", "kolv_mag_Location_Item",
           "kolv_mag_Location_Group", "kolv_mag_Group_Item", "Kolv_setup", "OUSR", "OITM", "OPOR", "ORDR",
-          "kolv_RightsName", "kolv_user", "Kolv_Mag_BarCode_Sur", "Kolv_Mag_BarCode_Sur_History"})
+          "kolv_RightsName", "kolv_user", "Kolv_Mag_BarCode_Sur", "Kolv_Mag_BarCode_Sur_History",
+          "Kolv_Mag_BarCode_Input_Sur_tym", "Kolv_Mag_BarCode_Output_Sur_tym"})
         EXPECT_EQ(connection.run(std::string("SELECT COUNT(*) FROM ") + table).whole(0), 0) << table;
     EXPECT_EQ(call(connection, "kolv_mag_SaveLocationIDTab", "N'', N'', N''").value, 0);
     connection.run("EXEC Kolv_mag_Refresh_Percent_Location N'N'");
@@ -104,7 +105,18 @@ TEST(Install, ProceduresHaveTheParametersOfTheirContract) {
         {"kolv_mag_Save_Group_Sur", "@GroupCode @NewGroupName @UserSign @ErrDesc*"},
         {"kolv_mag_Add_Sur_On_Group", "@GroupCode @ItemCode @UserSign @ErrDesc*"},
         {"kolv_mag_ConfirmGroupSur", "@GroupSur"},
-        {"kolv_mag_DeleteGroupSur", "@GroupSur"}};
+        {"kolv_mag_DeleteGroupSur", "@GroupSur"},
+        {"Kolv_mag_BarCode_Clear_Temp", "@UserSign @Param @Aplication @Operation"},
+        {"kolv_mag_BarCode_Shift_Tmp",
+         "@ItemCode @Rank @Stand @Shelf @Location @UserSign @Aplication @DeleteLine @Operation @ErrDesc*"},
+        {"kolv_mag_Shift_Location_BarCode_Status",
+         "@BarCode @UserSign @Aplication @Delete @Operation @ErrDesc*"},
+        {"kolv_mag_Watch_BarCode_On_Location", "@UserSign @Aplication @Operation @Mode"},
+        {"Kolv_mag_Watch_Prop_Location_Confirm", "@UserSign @Aplication @Operation @ErrDesc*"},
+        {"Kolv_mag_Watch_Prop_Location", "@UserSign @Aplication @Operation @Mode @ErrDesc*"},
+        {"Kolv_mag_Prop_Location_Change", "@UserSign @ID @IDCodeBar @ErrDesc*"},
+        {"kolv_mag_Shift_Location_BarCode",
+         "@BarCode @Rank @Stand @Shelf @Location @UserSign @Aplication @Operation @ErrDesc*"}};
     for (const auto& [procedure, expected] : contracts) {
         const Rows rows = connection.run("exec sp_sproc_columns N'" + procedure + "'");
         const auto place = [&rows](const char* name) {

@@ -1,0 +1,50 @@
+-- Recomputes the proposals of the chosen packages. A package that no longer lies where it was staged is let go, and the
+-- user is told; the proposals of the others are made all the same.
+-- Goods-out calls with the user alone: NULL stands for every application and operation.
+DROP PROCEDURE IF EXISTS dbo.Kolv_mag_Watch_Prop_Location_Confirm;
+GO
+CREATE PROCEDURE dbo.Kolv_mag_Watch_Prop_Location_Confirm
+    @UserSign smallint,
+    @Aplication nvarchar(10) = NULL,
+    @Operation nvarchar(10) = NULL,
+    @ErrDesc nvarchar(250) = NULL OUTPUT
+AS
+BEGIN
+    SET NOCOUNT ON;
+    SET @ErrDesc = N'';
+
+    BEGIN TRY
+        DECLARE @Gone nvarchar(50);
+
+        SELECT @Gone = MIN(T.BarCode)
+        FROM dbo.Kolv_Mag_BarCode_Input_Sur_tym AS T
+        WHERE T.SPID = -@@SPID AND T.HostName = HOST_NAME() AND T.UserSign = @UserSign AND T.LineGrd = -1
+            AND (@Aplication IS NULL OR T.Aplication = @Aplication) AND (@Operation IS NULL OR T.Operation = @Operation)
+            AND T.Rank IS NOT NULL AND NOT EXISTS (SELECT 1 FROM dbo.Kolv_Mag_BarCode_Sur AS B
+                WHERE B.BarCode = T.BarCode AND B.Active = N'Y' AND B.Rank = T.Rank AND B.Stand = T.Stand
+                    AND B.Shelf = T.Shelf AND B.Location = T.Location);
+        IF @Gone IS NOT NULL
+        BEGIN
+            DELETE T
+            FROM dbo.Kolv_Mag_BarCode_Input_Sur_tym AS T
+            WHERE T.SPID = -@@SPID AND T.HostName = HOST_NAME() AND T.UserSign = @UserSign AND T.LineGrd = -1
+                AND (@Aplication IS NULL OR T.Aplication = @Aplication)
+                AND (@Operation IS NULL OR T.Operation = @Operation)
+                AND T.Rank IS NOT NULL AND NOT EXISTS (SELECT 1 FROM dbo.Kolv_Mag_BarCode_Sur AS B
+                    WHERE B.BarCode = T.BarCode AND B.Active = N'Y' AND B.Rank = T.Rank AND B.Stand = T.Stand
+                        AND B.Shelf = T.Shelf AND B.Location = T.Location);
+            SET @ErrDesc = N'Opakowanie „' + @Gone + N'” przesunął lub wydał w międzyczasie inny użytkownik. '
+                + N'Zostało wycofane z wyboru.';
+        END
+
+        EXEC dbo.kolv_mag_Prop_Location_Make @UserSign, @Aplication, @Operation;
+        RETURN CASE WHEN @ErrDesc = N'' THEN 0 ELSE 1 END;
+    END TRY
+    BEGIN CATCH
+        IF @@TRANCOUNT > 0
+            ROLLBACK TRANSACTION;
+        SET @ErrDesc = LEFT(N'Błąd wyznaczania lokalizacji: ' + ERROR_MESSAGE(), 250);
+        RETURN 1;
+    END CATCH
+END
+GO
