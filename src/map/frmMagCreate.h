@@ -181,7 +181,6 @@ private:
     void cmdAddSurOnGroup_Click();
     void cmdRemovroup_Click();
     void tlbSaveGroupLocation_ButtonClick(const QString& key);
-    qint16 chosenGroup() const;
     void fillGroupList(qint16 group);
     void deleteGroup(qint16 group);
     void saveMembers(qint16 group);

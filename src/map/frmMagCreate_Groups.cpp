@@ -4,9 +4,9 @@
 #include "common/ErrorTrap.h"
 #include "common/modListBox.h"
 #include "common/modSQL.h"
+#include "map/ChosenNumber.h"
 #include "map/Notice.h"
 #include "map/frmMagCreate.h"
-#include "platform/Convert.h"
 #include "platform/DataCombo.h"
 #include "platform/ListView.h"
 #include "platform/ToolBar.h"
@@ -65,15 +65,9 @@ void frmMagCreate::FillComboGroupLocation() {
     });
 }
 
-/// The key of the list of groups. A name that is not in the list has none and counts as no choice.
-qint16 frmMagCreate::chosenGroup() const {
-    const QString key = m_dtcGroupSur->boundText();
-    return IsNumeric(key) ? ToInt16(key) : kNothing;
-}
-
 void frmMagCreate::dtcGroupSur_Change() {
     WindowTrap("frmMagCreate - dtcGroupSur_Change", [&] {
-        const qint16 group = chosenGroup();
+        const qint16 group = chosenNumber(*m_dtcGroupSur);
         m_lblNewGroupName->setVisible(group == kNew);
         m_txtNewGroupName->setVisible(group == kNew);
         if (group == kNew)
@@ -114,7 +108,7 @@ void frmMagCreate::cmdRemovroup_Click() {
 
 void frmMagCreate::tlbSaveGroupLocation_ButtonClick(const QString& key) {
     WindowTrap("frmMagCreate - tlbSaveGroupLocation_ButtonClick", [&] {
-        const qint16 group = chosenGroup();
+        const qint16 group = chosenNumber(*m_dtcGroupSur);
         if (key == u"key_Cancel")
             m_frmDefGroupLocation->hide();
         else if (key == u"key_Delete" && group > kNothing)

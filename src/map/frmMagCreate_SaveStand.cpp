@@ -2,6 +2,7 @@
 
 #include "common/ErrorTrap.h"
 #include "common/modSQL.h"
+#include "map/ChosenNumber.h"
 #include "map/MapCanvas.h"
 #include "map/Notice.h"
 #include "map/frmMagCreate.h"
@@ -169,10 +170,7 @@ void frmMagCreate::saveStand() {
 }
 
 void frmMagCreate::removeStand() {
-    const auto chosen = [](const DataCombo& combo) {
-        return IsNumeric(combo.boundText()) && ToInt16(combo.boundText()) > 0;
-    };
-    if (!chosen(*m_dtcRank) || !chosen(*m_dtcStand)) {
+    if (chosenNumber(*m_dtcRank) <= 0 || chosenNumber(*m_dtcStand) <= 0) {
         showNotice(QStringLiteral("Próba usunięcia regału bez wskaznaia rzędu i regału !!"));
         return;
     }

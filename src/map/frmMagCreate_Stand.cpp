@@ -4,6 +4,7 @@
 #include "common/ErrorTrap.h"
 #include "common/modListBox.h"
 #include "common/modSQL.h"
+#include "map/ChosenNumber.h"
 #include "map/LocationName.h"
 #include "map/MapCanvas.h"
 #include "map/frmMagCreate.h"
@@ -60,11 +61,6 @@ QString shelfStatement(qint16 stand, qint16 shelfCount) {
         default:
             return {};
     }
-}
-
-/// The key of a list as a number, 0 for a key that is none.
-qint16 numberOf(const DataCombo& combo) {
-    return IsNumeric(combo.boundText()) ? ToInt16(combo.boundText()) : kNothing;
 }
 
 void setTextColor(QWidget* widget, const QColor& color) {
@@ -132,8 +128,8 @@ void frmMagCreate::dtcStand_Change() {
 
 void frmMagCreate::dtcStand_Change_Object() {
     WindowTrap("frmMagCreate - dtcStand_Change_Object", [&] {
-        const qint16 rank = numberOf(*m_dtcRank);
-        const qint16 stand = numberOf(*m_dtcStand);
+        const qint16 rank = chosenNumber(*m_dtcRank);
+        const qint16 stand = chosenNumber(*m_dtcStand);
         if (m_dtcStand->boundText().isEmpty())
             m_dtcStand->setBoundText(QStringLiteral("0"));
         qint16 shelfCount = m_data->GetShelfCountOnStand(rank, stand);
@@ -197,9 +193,9 @@ void frmMagCreate::dtcShelfCount_Change() {
 
 void frmMagCreate::dtcShelfCount_Change_Object() {
     WindowTrap("frmMagCreate - dtcShelfCount_Change_Object", [&] {
-        const qint16 rank = numberOf(*m_dtcRank);
-        const qint16 stand = numberOf(*m_dtcStand);
-        const qint16 key = numberOf(*m_dtcShelfCount);
+        const qint16 rank = chosenNumber(*m_dtcRank);
+        const qint16 stand = chosenNumber(*m_dtcStand);
+        const qint16 key = chosenNumber(*m_dtcShelfCount);
         bool newShelf = false;
         qint16 marked = 0;
         qint16 shelves = 0;
@@ -274,7 +270,7 @@ void frmMagCreate::tlbPathIconFile_ButtonClick(const QString& key) {
     WindowTrap("frmMagCreate - tlbPathIconFile_ButtonClick", [&] {
         if (key != u"key_Path")
             return;
-        const QString family = m_data->GetIconFamily(numberOf(*m_dtcRank));
+        const QString family = m_data->GetIconFamily(chosenNumber(*m_dtcRank));
         const QString path = askForFile(QStringLiteral("Pliki graficzne|") + family + QLatin1Char('*'));
         if (path.isEmpty())
             return;
