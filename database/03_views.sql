@@ -78,18 +78,20 @@ FROM (
 ) AS X;
 GO
 
--- The share of its location that each placed package takes up, in per cent.
+-- The share of its location that each placed package takes up, in per cent; as much as the column holds where somebody
+-- has entered a location of some millimetres, so that packages can leave it.
 DROP VIEW IF EXISTS dbo.Kolv_vv_mag_Package_Share;
 GO
 CREATE VIEW dbo.Kolv_vv_mag_Package_Share
 AS
 SELECT P.BarCode, P.Rank, P.Stand, P.Shelf, P.Location,
-    CASE WHEN P.VolumeShare > P.WeightShare THEN P.VolumeShare ELSE P.WeightShare END AS LinePercent
+    CAST(CASE WHEN P.VolumeShare > 9999999 OR P.WeightShare > 9999999 THEN 9999999
+        WHEN P.VolumeShare > P.WeightShare THEN P.VolumeShare ELSE P.WeightShare END AS decimal(9, 2)) AS LinePercent
 FROM (
     SELECT K.BarCode, K.Rank, K.Stand, K.Shelf, K.Location,
-        CAST(CAST(ISNULL(K.PackLength, 0) AS float) * ISNULL(K.PackWidth, 0) * ISNULL(K.PackHeight, 0)
-            / 10000.0 / S.SpaceVolume AS decimal(9, 2)) AS VolumeShare,
-        CAST(100.0 * CAST(ISNULL(K.PackWeight, 0) AS float) / S.SpaceWeight AS decimal(9, 2)) AS WeightShare
+        CAST(ISNULL(K.PackLength, 0) AS float) * ISNULL(K.PackWidth, 0) * ISNULL(K.PackHeight, 0)
+            / 10000.0 / S.SpaceVolume AS VolumeShare,
+        100.0 * CAST(ISNULL(K.PackWeight, 0) AS float) / S.SpaceWeight AS WeightShare
     FROM dbo.Kolv_Mag_BarCode_Sur AS K
         INNER JOIN dbo.Kolv_vv_mag_Location_Space AS S
             ON S.Rank = K.Rank AND S.Stand = K.Stand AND S.Shelf = K.Shelf AND S.Location = K.Location

@@ -15,8 +15,9 @@ BEGIN
 
     BEGIN TRY
         DECLARE @Gone nvarchar(50);
+        DECLARE @GoneCount int;
 
-        SELECT @Gone = MIN(T.BarCode)
+        SELECT @Gone = MIN(T.BarCode), @GoneCount = COUNT(*)
         FROM dbo.Kolv_Mag_BarCode_Input_Sur_tym AS T
         WHERE T.SPID = -@@SPID AND T.HostName = HOST_NAME() AND T.UserSign = @UserSign AND T.LineGrd = -1
             AND (@Aplication IS NULL OR T.Aplication = @Aplication) AND (@Operation IS NULL OR T.Operation = @Operation)
@@ -33,8 +34,9 @@ BEGIN
                 AND T.Rank IS NOT NULL AND NOT EXISTS (SELECT 1 FROM dbo.Kolv_Mag_BarCode_Sur AS B
                     WHERE B.BarCode = T.BarCode AND B.Active = N'Y' AND B.Rank = T.Rank AND B.Stand = T.Stand
                         AND B.Shelf = T.Shelf AND B.Location = T.Location);
-            SET @ErrDesc = N'Opakowanie „' + @Gone + N'” przesunął lub wydał w międzyczasie inny użytkownik. '
-                + N'Zostało wycofane z wyboru.';
+            SET @ErrDesc = N'Opakowanie „' + @Gone + N'”' + CASE WHEN @GoneCount > 1 THEN N' i inne (razem: '
+                + CAST(@GoneCount AS nvarchar(11)) + N')' ELSE N'' END
+                + N' przesunął lub wydał w międzyczasie inny użytkownik. Wycofano z wyboru.';
         END
 
         EXEC dbo.kolv_mag_Prop_Location_Make @UserSign, @Aplication, @Operation;

@@ -1,8 +1,8 @@
 -- Moves one chosen package to a location, wholly or not at all, with a row of history and the fills of both shelves.
 --
--- Everything is judged under a lock on the stands that lose and gain the package: whoever puts a package on a stand takes
--- the row of the stand first, the lower address before the higher one, so that two movers neither overfill a location
--- nor wait for each other in a circle. The package itself changes only if it still lies where it was staged.
+-- Everything is judged under the lock that whoever changes the stands takes first, kolv_mag_AddBookstand as well: one
+-- package moves at a time. So two movers neither overfill a location nor wait for each other in a circle, and a move
+-- is short. The package itself changes only if it still lies where it was staged.
 DROP PROCEDURE IF EXISTS dbo.kolv_mag_Shift_Location_BarCode;
 GO
 CREATE PROCEDURE dbo.kolv_mag_Shift_Location_BarCode
@@ -27,9 +27,10 @@ BEGIN
         DECLARE @FromShelf smallint;
         DECLARE @FromLocation smallint;
         DECLARE @Verdict int;
-        DECLARE @Reason nvarchar(100);
+        DECLARE @ItemCode nvarchar(20);
         DECLARE @Place nvarchar(30);
-        DECLARE @Locked int;
+        DECLARE @Stands int;
+        DECLARE @Moved int = 0;
 
         SELECT @FromRank = Rank, @FromStand = Stand, @FromShelf = Shelf, @FromLocation = Location
         FROM dbo.Kolv_Mag_BarCode_Input_Sur_tym
@@ -42,44 +43,41 @@ BEGIN
         END
 
         BEGIN TRANSACTION;
-        IF @FromRank < @Rank OR (@FromRank = @Rank AND @FromStand <= @Stand)
-            SELECT @Locked = COUNT(*) FROM dbo.kolv_mag_Stand WITH (UPDLOCK, HOLDLOCK)
-            WHERE Rank = @FromRank AND Stand = @FromStand;
-        SELECT @Locked = COUNT(*) FROM dbo.kolv_mag_Stand WITH (UPDLOCK, HOLDLOCK)
-        WHERE Rank = @Rank AND Stand = @Stand;
-        IF @FromRank > @Rank OR (@FromRank = @Rank AND @FromStand > @Stand)
-            SELECT @Locked = COUNT(*) FROM dbo.kolv_mag_Stand WITH (UPDLOCK, HOLDLOCK)
-            WHERE Rank = @FromRank AND Stand = @FromStand;
+        SELECT @Stands = COUNT(*) FROM dbo.kolv_mag_Stand WITH (UPDLOCK, HOLDLOCK);
 
-        SELECT @Verdict = Verdict, @Reason = Reason, @Place = Place
-        FROM dbo.Kolv_vv_mag_Package_Target
-        WHERE BarCode = @BarCode AND Rank = @Rank AND Stand = @Stand AND Shelf = @Shelf AND Location = @Location;
+        SELECT @ItemCode = ItemCode FROM dbo.Kolv_vv_mag_Package_Size WHERE BarCode = @BarCode;
+        SELECT @Verdict = (SELECT Verdict FROM dbo.kolv_mag_fn_Package_Verdict(
+                CASE WHEN B.Rank = R.Rank AND B.Stand = R.Stand AND B.Shelf = R.Shelf AND B.Location = R.Location
+                    THEN 9 ELSE R.Verdict END,
+                B.PackLength, B.PackWidth, B.PackHeight, B.PackVolume, B.PackWeight, R.SpaceWidth, R.SpaceHeight,
+                R.SpaceDepth, R.SpaceVolume, R.SpaceWeight, R.FreeVolume, R.FreeWeight)),
+            @Place = R.Place
+        FROM dbo.Kolv_vv_mag_Package_Size AS B
+            CROSS JOIN dbo.kolv_mag_fn_Item_Target(@ItemCode) AS R
+        WHERE B.BarCode = @BarCode AND R.Rank = @Rank AND R.Stand = @Stand AND R.Shelf = @Shelf
+            AND R.Location = @Location;
 
-        IF NOT EXISTS (SELECT 1 FROM dbo.kolv_mag_Location
-                WHERE Rank = @Rank AND Stand = @Stand AND Shelf = @Shelf AND Location = @Location)
-            SET @ErrDesc = N'Wskazana lokalizacja nie istnieje. Mógł ją usunąć inny użytkownik: odśwież magazyn.';
-        ELSE IF NOT EXISTS (SELECT 1 FROM dbo.Kolv_Mag_BarCode_Sur
-                WHERE BarCode = @BarCode AND Active = N'Y' AND Rank = @FromRank AND Stand = @FromStand
-                    AND Shelf = @FromShelf AND Location = @FromLocation)
-            SET @ErrDesc = N'Opakowanie „' + @BarCode
-                + N'” przesunął lub wydał w międzyczasie inny użytkownik. Nie zostało przesunięte.';
-        ELSE IF ISNULL(@Verdict, 9) NOT IN (1, 2)
-            SET @ErrDesc = N'Opakowanie „' + @BarCode + N'” pozostało na miejscu. Lokalizacja ' + @Place + N': '
-                + @Reason + N'.';
-
-        IF @ErrDesc = N''
+        IF @Place IS NOT NULL AND @Verdict IN (1, 2)
         BEGIN
             UPDATE dbo.Kolv_Mag_BarCode_Sur
-            SET Rank = @Rank, Stand = @Stand, Shelf = @Shelf, Location = @Location, UserSign = @UserSign
+            SET Rank = @Rank, Stand = @Stand, Shelf = @Shelf, Location = @Location
             WHERE BarCode = @BarCode AND Active = N'Y' AND Rank = @FromRank AND Stand = @FromStand
                 AND Shelf = @FromShelf AND Location = @FromLocation;
-            -- Another program may take packages without the lock on the stand.
-            IF @@ROWCOUNT = 0
-                SET @ErrDesc = N'Opakowanie „' + @BarCode
-                    + N'” zmieniło położenie. Nie zostało przesunięte.';
+            SET @Moved = @@ROWCOUNT;
         END
-        IF @ErrDesc <> N''
+        IF @Moved = 0
         BEGIN
+            SET @ErrDesc = CASE
+                WHEN NOT EXISTS (SELECT 1 FROM dbo.kolv_mag_Location
+                        WHERE Rank = @Rank AND Stand = @Stand AND Shelf = @Shelf AND Location = @Location)
+                    THEN N'Wskazana lokalizacja nie istnieje. Mógł ją usunąć inny użytkownik: odśwież magazyn.'
+                WHEN NOT EXISTS (SELECT 1 FROM dbo.Kolv_Mag_BarCode_Sur
+                        WHERE BarCode = @BarCode AND Active = N'Y' AND Rank = @FromRank AND Stand = @FromStand
+                            AND Shelf = @FromShelf AND Location = @FromLocation)
+                    THEN N'Opakowanie „' + @BarCode
+                        + N'” przesunął lub wydał w międzyczasie inny użytkownik. Nie zostało przesunięte.'
+                ELSE N'Opakowanie „' + @BarCode + N'” pozostało na miejscu. Lokalizacja ' + ISNULL(@Place, N'') + N': '
+                    + ISNULL((SELECT Reason FROM dbo.Kolv_vv_mag_Verdict WHERE Verdict = @Verdict), N'') + N'.' END;
             ROLLBACK TRANSACTION;
             RETURN 1;
         END

@@ -62,6 +62,40 @@ BEGIN
         IF ERROR_NUMBER() <> 2714
             THROW;
     END CATCH
+
+    BEGIN TRY
+        IF OBJECT_ID(N'tempdb..##Temp_mag_PurchesOrders_GiveOut') IS NULL
+            CREATE TABLE ##Temp_mag_PurchesOrders_GiveOut (
+                HostName        nvarchar(128) COLLATE DATABASE_DEFAULT NULL,
+                SPID            int           NOT NULL,
+                UserSign        smallint      NULL,
+                Aplication      nvarchar(10)  COLLATE DATABASE_DEFAULT NULL,
+                DocEntry        int           NOT NULL,
+                UserSignGiveOut smallint      NULL,
+                UNIQUE (SPID, HostName, UserSign, Aplication, DocEntry)
+            );
+    END TRY
+    BEGIN CATCH
+        IF ERROR_NUMBER() <> 2714
+            THROW;
+    END CATCH
+
+    BEGIN TRY
+        IF OBJECT_ID(N'tempdb..##Temp_mag_ItemCode_GiveOut') IS NULL
+            CREATE TABLE ##Temp_mag_ItemCode_GiveOut (
+                HostName        nvarchar(128) COLLATE DATABASE_DEFAULT NULL,
+                SPID            int           NOT NULL,
+                UserSign        smallint      NULL,
+                Aplication      nvarchar(10)  COLLATE DATABASE_DEFAULT NULL,
+                ItemCode        nvarchar(20)  COLLATE DATABASE_DEFAULT NOT NULL,
+                UserSignGiveOut smallint      NULL,
+                UNIQUE (SPID, HostName, UserSign, Aplication, ItemCode)
+            );
+    END TRY
+    BEGIN CATCH
+        IF ERROR_NUMBER() <> 2714
+            THROW;
+    END CATCH
     RETURN 0;
 END
 GO

@@ -10,6 +10,7 @@ CREATE PROCEDURE dbo.kolv_mag_Watch_BarCode_On_Location
 AS
 BEGIN
     SET NOCOUNT ON;
+    SET TRANSACTION ISOLATION LEVEL READ UNCOMMITTED;
     IF @Mode <> 1
         RETURN 0;
 

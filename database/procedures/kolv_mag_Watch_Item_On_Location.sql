@@ -3,7 +3,7 @@
 -- are asked for, so phase 0 has nothing to prepare.
 -- The client counts columns from the end: the code of the material is the last, before it stand A for a material that
 -- belongs on the location or B for a stranger, the quantity, and 1 where several materials may lie (0 lets the client
--- tick a row by itself). Nothing visible or hidden may come behind the code. The widths fill the list of the stand
+-- tick a row by itself). A quantity that is there does not round to 0, since what has none cannot be moved. Nothing visible or hidden may come behind the code. The widths fill the list of the stand
 -- detail, 7785 twips inside its frame with the 700 of the row numbers; the name takes what the others can spare.
 DROP PROCEDURE IF EXISTS dbo.kolv_mag_Watch_Item_On_Location;
 GO
@@ -26,7 +26,7 @@ BEGIN
         InvntryUom AS [Jm:360;2],
         PackageCount AS [Op.:380;1],
         CASE WHEN StatLocation = N'1' THEN 1 ELSE 0 END AS [M.:300;2],
-        CAST(Quantity AS decimal(19, 2)) AS [Ilość:760;1],
+        CAST(CASE WHEN Quantity > 0 AND Quantity < 0.01 THEN 0.01 ELSE Quantity END AS decimal(19, 2)) AS [Ilość:760;1],
         Kind AS [St.:360;2],
         ItemCode AS [Kod:1020;0]
     FROM dbo.Kolv_vv_mag_Location_Material
