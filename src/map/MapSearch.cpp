@@ -6,7 +6,7 @@
 #include "map/LocationName.h"
 #include "map/MapBuilder.h"
 #include "map/MapCanvas.h"
-#include "map/clsMagWatch.h"
+#include "map/MapDataClass.h"
 #include "platform/Convert.h"
 
 #include <QStringBuilder>
@@ -41,7 +41,7 @@ SearchReportNames SearchReportNames::of(const QString& window) {
             .ChangeIconStand = QStringLiteral("frmMagSurInput - ChangeIconStand")};
 }
 
-MapSearch::MapSearch(MapBuilder& map, MapCanvas& canvas, clsMagWatch& data, const SearchReportNames& names)
+MapSearch::MapSearch(MapBuilder& map, MapCanvas& canvas, MapDataClass& data, const SearchReportNames& names)
     : m_map(map), m_canvas(canvas), m_data(data), m_names(names) {}
 
 void MapSearch::ChangeIconOnLocation(const QString& ItemCode, qint16 mode) {

@@ -10,7 +10,7 @@ namespace regalon {
 
 class MapBuilder;
 class MapCanvas;
-class clsMagWatch;
+class MapDataClass;
 
 /// The name strings under which the routines of the search report in one window.
 struct SearchReportNames {
@@ -26,7 +26,7 @@ struct SearchReportNames {
 /// All references must outlive the search.
 class MapSearch {
 public:
-    MapSearch(MapBuilder& map, MapCanvas& canvas, clsMagWatch& data, const SearchReportNames& names);
+    MapSearch(MapBuilder& map, MapCanvas& canvas, MapDataClass& data, const SearchReportNames& names);
 
     /// Greys the locations without the material and the stands without such a location. Mode 0 looks at the
     /// materials assigned to the locations, mode 1 at the first member of their groups, in the server's
@@ -51,7 +51,7 @@ private:
 
     MapBuilder& m_map;
     MapCanvas& m_canvas;
-    clsMagWatch& m_data;
+    MapDataClass& m_data;
     SearchReportNames m_names;
 };
 

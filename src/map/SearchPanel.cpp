@@ -3,8 +3,8 @@
 #include "common/ErrorTrap.h"
 #include "common/modListBox.h"
 #include "common/modSQL.h"
+#include "map/MapDataClass.h"
 #include "map/MapSearch.h"
-#include "map/clsMagWatch.h"
 #include "map/frmMagLookForItem.h"
 #include "platform/DataCombo.h"
 #include "platform/DesignControls.h"
@@ -76,8 +76,8 @@ QString SearchPanel::reportName(const char* routine) const {
     return m_window + QStringLiteral(" - ") + QString::fromLatin1(routine);
 }
 
-void SearchPanel::load(clsMagWatch& magWatch, MapSearch& search, const QString& aplication) {
-    m_data = &magWatch;
+void SearchPanel::load(MapDataClass& mapData, MapSearch& search, const QString& aplication) {
+    m_data = &mapData;
     m_search = &search;
     m_aplication = aplication;
     m_itemCode.clear();
@@ -157,7 +157,7 @@ void SearchPanel::lookFor() {
         // came into one between the two. A material that is in a group alone greys the whole plan above.
         showPlaces(itemCode, kGroups);
         m_lblSurLookFor->setText(name);
-        m_lblSurLookForGroup->setText(QStringLiteral("Syrowiec przypisany grupie"));
+        m_lblSurLookForGroup->setText(QStringLiteral("Syrowiec przpisany grupie"));
     } else {
         // The note about groups stays, as does the plan.
         m_lblSurLookFor->setText(QStringLiteral("Surowiec nie wystepuje na magazynie"));

@@ -14,7 +14,7 @@ struct AppContext;
 class DataCombo;
 class MapSearch;
 class ToolBar;
-class clsMagWatch;
+class MapDataClass;
 
 /// The panel `frmLookForSur` of a map window: takes a material and shows on the plan where it lies. It starts
 /// hidden, and its window places it.
@@ -27,7 +27,7 @@ public:
 
     /// What the panel works with from a load of its window to the next; both must live as long. Takes the
     /// controls back to their design.
-    void load(clsMagWatch& magWatch, MapSearch& search, const QString& aplication);
+    void load(MapDataClass& mapData, MapSearch& search, const QString& aplication);
 
     /// What the window does on key_Cancel, behind the hiding of the panel.
     void onCancel(const std::function<void()>& restore) { m_cancel = restore; }
@@ -58,7 +58,7 @@ private:
 
     AppContext& m_context;
     QString m_window;
-    clsMagWatch* m_data = nullptr;
+    MapDataClass* m_data = nullptr;
     MapSearch* m_search = nullptr;
     QString m_aplication;
     QString m_itemCode;

@@ -17,7 +17,8 @@ QString numberText(qint16 value) {
 
 }  // namespace
 
-clsMagCreate::clsMagCreate(AppContext& context) : DataClass(context, QStringLiteral("clsMagCreate")) {}
+clsMagCreate::clsMagCreate(AppContext& context)
+    : LocationDataClass(context, QStringLiteral("clsMagCreate")) {}
 
 // The statement texts are part of the contract with the database: their letter case, their blanks and the
 // places where (nolock) is missing stay as they are.
@@ -130,27 +131,6 @@ bool clsMagCreate::RemoveBookStandValidate(qint16 Rank, qint16 Stand, QString& m
 bool clsMagCreate::RemoveBookStandDB(qint16 Rank, qint16 Stand, QString& message) {
     return callProcedure("RemoveBookStandDB", QStringLiteral("kolv_mag_RemoveBookstand"),
                          {{"@Rank", int{Rank}}, {"@Stand", int{Stand}}}, message);
-}
-
-bool clsMagCreate::GetParamLocalization(const LocationAddress& address, QString& ItemCode, QString& ItemName,
-                                        qint16& GroupSur) {
-    bool found = false;
-    const bool done = trap("GetParamLocalization", [&] {
-        openRead(QStringLiteral("select ItemCode,ItemName,GroupSur from kolv_mag_Location_Item where ") +
-                 locationCondition(address));
-        if (Recordset.Eof())
-            return;
-        ItemCode = text("ItemCode");
-        ItemName = text("ItemName");
-        GroupSur = number("GroupSur");
-        found = true;
-    });
-    if (!done) {
-        ItemCode.clear();
-        ItemName.clear();
-        GroupSur = 0;
-    }
-    return found;
 }
 
 bool clsMagCreate::GetParamLocalizationStatic(const LocationAddress& address, const QString& ParamName,

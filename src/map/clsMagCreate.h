@@ -1,7 +1,6 @@
 #pragma once
 
-#include "common/DataClass.h"
-#include "map/LocationAddress.h"
+#include "map/LocationDataClass.h"
 #include "map/StandDefinition.h"
 
 #include <QString>
@@ -12,7 +11,7 @@ namespace regalon {
 /// method reports its own failure and then answers false, or 0, with its outputs at their defaults. The
 /// methods that call a procedure answer false when it refuses, too, with its reason in message; message stays
 /// as it was after a failure.
-class clsMagCreate : public DataClass {
+class clsMagCreate : public LocationDataClass {
 public:
     explicit clsMagCreate(AppContext& context);
 
@@ -34,9 +33,6 @@ public:
     bool RemoveBookStandValidate(qint16 Rank, qint16 Stand, QString& message);
     bool RemoveBookStandDB(qint16 Rank, qint16 Stand, QString& message);
 
-    /// What is assigned to a location. False and untouched outputs when the location has no row.
-    bool GetParamLocalization(const LocationAddress& address, QString& ItemCode, QString& ItemName,
-                              qint16& GroupSur);
     /// A parameter of a location as text, "" for NULL. False and "" when the location has no row. ParamName
     /// is a column's name and goes into the statement as it stands: only names from the view of parameters
     /// are safe.

@@ -240,7 +240,7 @@ TEST_F(FrmMagWatchSearch, AMaterialThatComesIntoAGroupBetweenTheTestsIsShownByIt
         EXPECT_TRUE(warehouse.run({QStringLiteral("select * into kolv_mag_Location_Item from zabrane")}));
     });
     press("key_LookFor");
-    EXPECT_EQ(groupNote(), QStringLiteral("Syrowiec przypisany grupie"));
+    EXPECT_EQ(groupNote(), QStringLiteral("Syrowiec przpisany grupie"));
     EXPECT_EQ(found(), QStringLiteral("BRAK - Brak"));
     EXPECT_EQ(locations(), QStringLiteral("LC_G_30 LC_G_30 LC_P_30"));
     EXPECT_EQ(stands(), QStringLiteral("RR1_S_01 RR1_S_02 R1_S_03"));
