@@ -18,6 +18,7 @@ CREATE PROCEDURE dbo.Kolv_mag_Watch_Prop_Location
 AS
 BEGIN
     SET NOCOUNT ON;
+    SET TRANSACTION ISOLATION LEVEL READ UNCOMMITTED;
     SET @ErrDesc = N'';
 
     BEGIN TRY
@@ -42,15 +43,19 @@ BEGIN
             CAST(C.Quantity AS decimal(19, 2)) AS [Ilość:900;1],
             P.PercentAfter AS [Po %:650;1],
             P.Status AS [St.:450;2],
-            CASE WHEN P.Proposed = N'Y' THEN N'Proponowana: ' ELSE N'' END + P.Reason AS [Uwagi:3300;0],
+            CASE WHEN P.Proposed = N'Y' THEN N'Proponowana, ' + P.Reason
+                ELSE UPPER(LEFT(P.Reason, 1)) + SUBSTRING(P.Reason, 2, 100) END AS [Uwagi:3300;0],
             P.Occupied AS [Z.:400;2]
         FROM ##Temp_Prop_Location AS P
             INNER JOIN ##Temp_Prop_Location_BarCode AS C ON C.IDCodeBar = P.IDCodeBar
         WHERE C.SPID = -@@SPID AND C.HostName = HOST_NAME() AND C.UserSign = @UserSign AND C.Aplication = @Aplication
             AND C.Operation = @Operation
-        ORDER BY CASE @Mode WHEN 3 THEN P.Rank WHEN 4 THEN P.Stand WHEN 5 THEN P.Shelf WHEN 6 THEN P.Location
-                WHEN 9 THEN P.PercentAfter END,
-            CASE @Mode WHEN 2 THEN P.Place WHEN 7 THEN C.BarCode WHEN 10 THEN P.Status END,
+        -- A place sorts by its numbers, not by its text: A 2-1-1 before A 10-1-1.
+        ORDER BY CASE @Mode WHEN 2 THEN P.Rank WHEN 3 THEN P.Rank WHEN 4 THEN P.Stand WHEN 5 THEN P.Shelf
+                WHEN 6 THEN P.Location WHEN 9 THEN P.PercentAfter END,
+            CASE @Mode WHEN 2 THEN P.Stand END, CASE @Mode WHEN 2 THEN P.Shelf END,
+            CASE @Mode WHEN 2 THEN P.Location END,
+            CASE @Mode WHEN 7 THEN C.BarCode WHEN 10 THEN P.Status END,
             CASE @Mode WHEN 8 THEN C.Quantity END,
             C.BarCode, P.ID;
         RETURN 0;

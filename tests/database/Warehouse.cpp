@@ -58,7 +58,8 @@ Warehouse::Warehouse(Content content) : folder_(makeFolder()) {
         if (content == Content::Demo)
             install(connection, "demo.list");
     } else {
-        startServer(content);
+        copyDatabase(content);
+        startServer();
     }
 }
 
@@ -71,12 +72,21 @@ Warehouse::~Warehouse() {
     fs::remove_all(folder_, ignored);
 }
 
-void Warehouse::startServer(Content content) {
+void Warehouse::copyDatabase(Content content) {
     const fs::path built = fs::path(REGALON_BINARY_DIR) / "share" / (content == Content::Demo ? "" : "empty");
+    fs::copy_file(built / "MAGAZYN.db", folder_ / "MAGAZYN.db");
+}
+
+void Warehouse::killServer() {
+    kill(server_, SIGKILL);
+    waitpid(server_, nullptr, 0);
+    server_ = 0;
+    fs::remove(folder_ / "port");
+}
+
+void Warehouse::startServer() {
     const fs::path database = folder_ / "MAGAZYN.db";
     const fs::path portFile = folder_ / "port";
-    fs::copy_file(built / "MAGAZYN.db", database);
-
     std::string program = (fs::path(REGALON_BINARY_DIR) / "bin" / "magdb").string();
     std::string file = database.string();
     std::string port = portFile.string();
@@ -93,8 +103,12 @@ void Warehouse::startServer(Content content) {
     connectionString_ = std::string(Login) + "SERVER=127.0.0.1;PORT=" + waitForPort(portFile, server_) + ";";
 }
 
-OdbcConnection Warehouse::connect() const {
-    return OdbcConnection(connectionString_);
+std::string Warehouse::connectionString(const std::string& workstation) const {
+    return workstation.empty() ? connectionString_ : connectionString_ + "WSID=" + workstation + ";";
+}
+
+OdbcConnection Warehouse::connect(const std::string& workstation) const {
+    return OdbcConnection(connectionString(workstation));
 }
 
 std::vector<fs::path> scriptsOf(std::string_view list) {

@@ -23,10 +23,19 @@ public:
     Warehouse(const Warehouse&) = delete;
     Warehouse& operator=(const Warehouse&) = delete;
 
-    [[nodiscard]] OdbcConnection connect() const;
+    /// A workstation's name, if given, is what the server sees as the host of the connection.
+    [[nodiscard]] OdbcConnection connect(const std::string& workstation = {}) const;
+    [[nodiscard]] std::string connectionString(const std::string& workstation = {}) const;
+
+    /// False for a server that somebody else runs: it is neither ended nor started here.
+    [[nodiscard]] bool hasOwnServer() const { return server_ != 0; }
+    /// Ends the server at once, in the middle of whatever it does.
+    void killServer();
+    /// Starts it again on the database as the kill has left it. The port is another one.
+    void startServer();
 
 private:
-    void startServer(Content content);
+    void copyDatabase(Content content);
 
     std::filesystem::path folder_;
     pid_t server_ = 0;
