@@ -4,7 +4,6 @@
 #include "common/ErrorTrap.h"
 #include "platform/Convert.h"
 #include "platform/DesignControls.h"
-#include "platform/MsgBox.h"
 #include "platform/RunTimeError.h"
 #include "platform/ToolBar.h"
 #include "platform/Twips.h"
@@ -23,8 +22,6 @@ namespace regalon {
 
 namespace {
 
-constexpr int kTimerInterval = 1000;  // milliseconds
-
 // The panel's place on the plan, twips.
 constexpr int kPanelLeft = 5400;
 constexpr int kPanelTop = 1200;
@@ -41,16 +38,9 @@ const QString kAtStart = QStringLiteral("Auto odświeżanie ");
 
 }  // namespace
 
-void frmMagWatch::createTimer() {
-    m_timer1 = new QTimer(this);
-    m_timer1->setObjectName(QStringLiteral("Timer1"));
-    m_timer1->setInterval(kTimerInterval);
-    connect(m_timer1, &QTimer::timeout, this, &frmMagWatch::Timer1_Timer);
-}
-
 void frmMagWatch::createAutoRefreshPanel() {
     QGroupBox* frame =
-        addFrame(m_surface, "frmAutoRebulidCOnfig", QStringLiteral("Konfiguracja odświeżania magazynu"));
+        addFrame(surface(), "frmAutoRebulidCOnfig", QStringLiteral("Konfiguracja odświeżania magazynu"));
     place(frame, kPanelLeft, kPanelTop, kPanelWidth, kPanelHeight);
     // The panel lies on the plan, whose lines would run into it.
     auto* edge = new QFrame(frame);
@@ -85,9 +75,7 @@ void frmMagWatch::createAutoRefreshPanel() {
 
 /// The state of a new window.
 void frmMagWatch::resetAutoRefresh() {
-    m_timer1->stop();
-    m_refreshCounter = 0;
-    m_refreshInterval = 0;
+    resetRefresh();
     m_chkAutoRebulidOn->setChecked(false);
     m_cmbTime->clear();
     m_tlbCmd->button(kAutoRefresh)->setText(kAtStart);
@@ -121,32 +109,20 @@ void frmMagWatch::saveAutoRefresh(double minutes) {
     const double interval = minutes * kSecondsPerMinute;
     if (!std::isfinite(interval))
         throw RunTimeError(RunTime::Overflow);
-    m_refreshInterval = interval;
+    setRefreshInterval(interval);
     const bool on = minutes > 0 && m_chkAutoRebulidOn->isChecked();
     // A running timer goes on: started anew it would lengthen the second that it is in.
     if (!on)
-        m_timer1->stop();
-    else if (!m_timer1->isActive())
-        m_timer1->start();
+        timer().stop();
+    else if (!timer().isActive())
+        timer().start();
     m_tlbCmd->button(kAutoRefresh)
         ->setText(on ? QStringLiteral("Auto odświeżanie-ON") : QStringLiteral("Auto odświeżanie-OFF"));
     m_tlbStatusRefresh->setVisible(on);
 }
 
-void frmMagWatch::Timer1_Timer() {
-    // A tick that falls on an open message is lost: its own message would lie over the other.
-    if (isMsgBoxOpen())
-        return;
-    WindowTrap("frmMagWatch - Timer1_Timer", [&] {
-        m_tlbStatusRefresh->button(kSecondsLeft)->setText(NumberText(m_refreshInterval - m_refreshCounter));
-        ++m_refreshCounter;
-        // Strictly greater: the tick that shows 0 rebuilds, so that a period takes a second more than its
-        // minutes.
-        if (m_refreshCounter > m_refreshInterval) {
-            m_map->RebulidMag(true);
-            m_refreshCounter = 0;
-        }
-    });
+void frmMagWatch::beforeTick() {
+    m_tlbStatusRefresh->button(kSecondsLeft)->setText(NumberText(secondsLeft()));
 }
 
 }  // namespace regalon
