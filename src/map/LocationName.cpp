@@ -3,6 +3,8 @@
 #include "platform/Convert.h"
 #include "platform/RunTimeError.h"
 
+#include <QStringBuilder>
+
 #include <array>
 #include <charconv>
 
@@ -11,14 +13,21 @@ namespace regalon {
 namespace {
 
 constexpr QLatin1Char kMark('_');
-constexpr qsizetype kUsualLength = 24;
 
-/// Without a text of its own: a plan builds hundreds of names at each refresh.
-void appendNumber(QString& text, qint64 number) {
-    std::array<char, 24> digits{};
-    const std::to_chars_result end = std::to_chars(digits.data(), digits.data() + digits.size(), number);
-    text.append(QLatin1String(digits.data(), end.ptr - digits.data()));
-}
+/// Writes a name's parts one behind the other: a plan builds hundreds of names at each refresh.
+class NameWriter {
+public:
+    void number(qint64 value) {
+        m_end = std::to_chars(m_end, m_letters.data() + m_letters.size(), value).ptr;
+    }
+    void mark() { *m_end++ = kMark.toLatin1(); }
+    QLatin1String text() const { return {m_letters.data(), m_end}; }
+
+private:
+    /// Five numbers of up to 20 characters and their marks.
+    std::array<char, 128> m_letters{};
+    char* m_end = m_letters.data();
+};
 
 }  // namespace
 
@@ -44,21 +53,24 @@ qint16 TagFields::number(int index) const {
 }
 
 QString buildLocationName(const LocationAddress& address, const QString& family, qsizetype index) {
-    QString name;
-    name.reserve(kUsualLength);
+    NameWriter front;
     for (const qint16 number : {address.Rank, address.Stand, address.Shelf, address.Location}) {
-        appendNumber(name, number);
-        name.append(kMark);
+        front.number(number);
+        front.mark();
     }
-    name.append(family);
-    name.append(kMark);
-    appendNumber(name, index);
-    return name;
+    NameWriter back;
+    back.mark();
+    back.number(index);
+    return front.text() % family % back.text();
 }
 
 QString buildStandTag(qint16 rank, qint16 stand, const QString& standIcon) {
-    return QStringLiteral("R_") + QString::number(rank) + QLatin1Char('_') + QString::number(stand) +
-           QLatin1Char('_') + standIcon;
+    NameWriter numbers;
+    numbers.number(rank);
+    numbers.mark();
+    numbers.number(stand);
+    numbers.mark();
+    return QLatin1String("R_") % numbers.text() % standIcon;
 }
 
 }  // namespace regalon

@@ -220,10 +220,10 @@ void MapBuilder::addBookstand(ControlArray<PictureItem>& stands, ControlArray<Pi
 void MapBuilder::addStandImage(ControlArray<PictureItem>& stands, const BookstandData& stand,
                                bool saveNames) {
     PictureItem& image = loadNext(stands);
-    image.setTop(stand.StandTop);
-    image.setLeft(stand.StandLeft);
+    image.setPosition(stand.StandLeft, stand.StandTop);
     image.setVisible(true);
     // A stand whose icon fails stays without a Tag, and a click on it does nothing.
+    image.setTag({});
     m_icons.show(image, stand.StandIcon.isEmpty() ? QStringLiteral("Reg.ico") : stand.StandIcon);
     if (saveNames)
         image.setTag(buildStandTag(stand.Rank, stand.Stand, stand.StandIcon));
@@ -235,16 +235,15 @@ void MapBuilder::addLocation(ControlArray<PictureItem>& locations, const Booksta
     const QString family = locationFamily(count, position);
     if (!family.isEmpty())
         m_family = family;
+    QString name;
     if (batches) {
         const LocationAddress address{stand.Rank, stand.Stand, static_cast<qint16>(shelf),
                                       static_cast<qint16>(position)};
-        const QString name = buildLocationName(address, m_family, locations.Count());
+        name = buildLocationName(address, m_family, locations.Count());
         batches->add(name);
-        icon.setTag(name);
     }
-    if (const std::optional<qint32> top = shelfTop(m_measures, stand.StandTop, shelf))
-        icon.setTop(*top);
-    icon.setLeft(left);
+    icon.setTag(name);
+    icon.setPosition(left, shelfTop(m_measures, stand.StandTop, shelf).value_or(icon.top()));
     icon.setVisible(true);
     if (!family.isEmpty())
         m_icons.show(icon, firstLook(family));

@@ -46,6 +46,18 @@ void MapCanvas::setReuse(bool reuse) {
     m_frames.setReuse(reuse);
 }
 
+void MapCanvas::retireWaiting() {
+    m_stands.retireWaiting();
+    m_locations.retireWaiting();
+    m_frames.retireWaiting();
+}
+
+// Posted before whatever a message box may post, and so done before it is seen.
+MapCanvas::Redraw::Redraw(MapCanvas& canvas) : m_canvas(canvas) {
+    m_canvas.setReuse(true);
+    QMetaObject::invokeMethod(&m_canvas, &MapCanvas::retireWaiting, Qt::QueuedConnection);
+}
+
 void MapCanvas::addTemplates() {
     for (ControlArray<PictureItem>* pictures :
          {&m_stands, &m_locations, &m_previewStands, &m_previewLocations}) {

@@ -30,10 +30,11 @@ public:
     ControlArray<LineItem>& lnnFrameBookStandWath() { return m_previewFrames; }
 
     /// Keeps the removed elements of the plan for the next build while it lives, and drops what is left of
-    /// them then.
+    /// them then. A build that stops for a message shows none of them: they are hidden as soon as the message
+    /// lets the program go on with its events.
     class Redraw {
     public:
-        explicit Redraw(MapCanvas& canvas) : m_canvas(canvas) { m_canvas.setReuse(true); }
+        explicit Redraw(MapCanvas& canvas);
         ~Redraw() { m_canvas.setReuse(false); }
         Redraw(const Redraw&) = delete;
         Redraw& operator=(const Redraw&) = delete;
@@ -49,6 +50,7 @@ Q_SIGNALS:
 
 private:
     void setReuse(bool reuse);
+    void retireWaiting();
     void addTemplates();
     void addWalls();
 

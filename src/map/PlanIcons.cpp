@@ -4,20 +4,14 @@
 
 namespace regalon {
 
-QString PlanIcons::path(const QString& file) const {
-    return m_folder + QLatin1Char('\\') + file;
-}
-
 void PlanIcons::show(PictureItem& item, const QString& file) {
-    if (!m_seen) {
-        item.loadPicture(path(file));
+    if (!m_pass) {
+        item.loadPicture(m_folder + QLatin1Char('\\') + file);
         return;
     }
-    auto known = m_seen->constFind(file);
-    if (known == m_seen->cend()) {
-        const QString whole = path(file);
-        known = m_seen->insert(file, {Picture::load(whole), whole});
-    }
+    auto known = m_pass->icons.constFind(file);
+    if (known == m_pass->icons.cend())
+        known = m_pass->icons.insert(file, {m_pass->folder.load(file), m_pass->folder.path(file)});
     item.setLoadedPicture(known->picture, known->path);
 }
 

@@ -27,8 +27,8 @@ public:
     /// the rest of the drawing. Passes do not nest.
     class Pass {
     public:
-        explicit Pass(PlanIcons& icons) : m_icons(icons) { m_icons.m_seen.emplace(); }
-        ~Pass() { m_icons.m_seen.reset(); }
+        explicit Pass(PlanIcons& icons) : m_icons(icons) { m_icons.m_pass.emplace(m_icons.m_folder); }
+        ~Pass() { m_icons.m_pass.reset(); }
         Pass(const Pass&) = delete;
         Pass& operator=(const Pass&) = delete;
 
@@ -41,11 +41,15 @@ private:
         Picture picture;
         QString path;
     };
+    struct Seen {
+        explicit Seen(const QString& path) : folder(path) {}
 
-    QString path(const QString& file) const;
+        PictureFolder folder;
+        QHash<QString, Icon> icons;
+    };
 
     QString m_folder;
-    std::optional<QHash<QString, Icon>> m_seen;
+    std::optional<Seen> m_pass;
 };
 
 }  // namespace regalon

@@ -12,16 +12,23 @@
 
 namespace regalon {
 
+/// A control that is drawn after a template.
+template <typename T>
+concept DesignedControl = requires(T& element, const T& design) {
+    element.copyDesign(design);
+    element.setVisible(false);
+};
+
 /// A control that can be taken out of use and come back without being made anew.
 template <typename T>
-concept ReusableControl = requires(T& element, const T& design) {
-    element.copyDesign(design);
+concept ReusableControl = DesignedControl<T> && requires(T& element) {
     element.retire();
     element.revive();
 };
 
 /// Controls under one name, by index from 0. Element 0 is the template: it exists from the start and is never
-/// unloaded. A loaded element takes over the design of the template through T::copyDesign where T has one.
+/// unloaded. A loaded element takes over the design of the template through T::copyDesign where T has one,
+/// and is hidden.
 template <typename T>
 class ControlArray {
 public:
@@ -59,8 +66,8 @@ public:
         std::unique_ptr<T>& element = m_elements[place(index)];
         element = takeWaiting(index);
         if (!element)
-            element = m_make(m_name, index);
-        if constexpr (requires(T & made, const T& design) { made.copyDesign(design); })
+            element = made(index);
+        if constexpr (DesignedControl<T>)
             element->copyDesign(*m_elements.front());
         ++m_count;
         return *element;
@@ -80,13 +87,22 @@ public:
             m_elements.pop_back();
     }
 
-    /// While reuse is on, an unloaded element waits, retired, for the next Load of its index, which revives
-    /// it and gives it the design like a new one. Turning reuse off destroys those that wait. For a plan that
-    /// is removed and drawn again at once: most of what an element costs is its making.
+    /// While reuse is on, an unloaded element waits for the next Load of its index, which gives it the design
+    /// like a new one; visibility and tag stay as they were, and whoever loads sets them. Turning reuse off
+    /// destroys those that wait. For a plan that is removed and drawn again at once: most of what an element
+    /// costs is its making, its hiding and its showing.
     void setReuse(bool reuse) requires ReusableControl<T> {
         m_reuse = reuse;
         if (!reuse)
             m_waiting.clear();
+    }
+
+    /// Retires the elements that wait. To be called before anybody can look at the controls.
+    void retireWaiting() requires ReusableControl<T> {
+        for (const std::unique_ptr<T>& element : m_waiting) {
+            if (element)
+                element->retire();
+        }
     }
 
     /// Raises 340 if there is no such element.
@@ -105,11 +121,17 @@ public:
 private:
     static std::size_t place(int index) { return static_cast<std::size_t>(index); }
 
+    std::unique_ptr<T> made(int index) const {
+        std::unique_ptr<T> element = m_make(m_name, index);
+        if constexpr (DesignedControl<T>)
+            element->setVisible(false);
+        return element;
+    }
+
     void keepWaiting(int index) {
         if constexpr (ReusableControl<T>) {
             if (m_waiting.size() < m_elements.size())
                 m_waiting.resize(m_elements.size());
-            m_elements[place(index)]->retire();
             m_waiting[place(index)] = std::move(m_elements[place(index)]);
         }
     }

@@ -13,7 +13,9 @@
 #include <QImageReader>
 #include <QList>
 
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <utility>
@@ -47,6 +49,7 @@ constexpr int IconEntryBytes = 16;
 
 struct CacheEntry {
     QByteArray file;
+    qsizetype nameAt = 0;  ///< where the name begins behind the folder's path
     timespec modified{};
     off_t bytes = 0;
     ino_t inode = 0;
@@ -179,12 +182,33 @@ Picture Picture::load(const QString& path) {
     if (cache().size() >= MaxCached)
         cache().clear();
     if (keep)
-        cache().insert(path, {file, now.st_mtim, now.st_size, now.st_ino, picture});
+        cache().insert(path,
+                       {file, file.lastIndexOf('/') + 1, now.st_mtim, now.st_size, now.st_ino, picture});
     return picture;
 }
 
 void Picture::clearCache() {
     cache().clear();
+}
+
+PictureFolder::PictureFolder(const QString& folder)
+    : m_folder(folder + QLatin1Char('\\')), m_file(QFile::encodeName(Paths::toFile(folder)) + '/') {
+    m_descriptor = ::open(m_file.constData(), O_PATH | O_DIRECTORY | O_CLOEXEC);
+}
+
+PictureFolder::~PictureFolder() {
+    if (m_descriptor >= 0)
+        ::close(m_descriptor);
+}
+
+Picture PictureFolder::load(const QString& name) const {
+    const QString path = m_folder + name;
+    struct stat now {};
+    const auto known = cache().constFind(path);
+    if (known != cache().constEnd() && known->nameAt == m_file.size() && known->file.startsWith(m_file) &&
+        ::fstatat(m_descriptor, known->file.constData() + known->nameAt, &now, 0) == 0 && known->isOf(now))
+        return known->picture;
+    return Picture::load(path);
 }
 
 QSize Picture::size() const {

@@ -46,4 +46,25 @@ private:
     std::shared_ptr<const Data> m_data;
 };
 
+/// A folder of pictures for the time that many of them are looked at: the way to the folder is walked once,
+/// which is most of what a look at a known file costs.
+class PictureFolder {
+public:
+    /// In the system's form, without a separator at the end. A folder that is not there fails at each load().
+    explicit PictureFolder(const QString& folder);
+    ~PictureFolder();
+    PictureFolder(const PictureFolder&) = delete;
+    PictureFolder& operator=(const PictureFolder&) = delete;
+
+    /// Picture::load() of the file in this folder.
+    Picture load(const QString& name) const;
+    /// Path of the file in the system's form.
+    QString path(const QString& name) const { return m_folder + name; }
+
+private:
+    QString m_folder;   ///< with the separator
+    QByteArray m_file;  ///< on this machine, with the separator
+    int m_descriptor = -1;
+};
+
 }  // namespace regalon

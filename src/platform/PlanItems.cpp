@@ -2,7 +2,6 @@
 
 #include "platform/Twips.h"
 
-#include <QCursor>
 #include <QGraphicsScene>
 #include <QGraphicsSceneMouseEvent>
 #include <QPaintDevice>
@@ -57,7 +56,7 @@ constexpr qreal LineMargin = 2;
 PlanItem::PlanItem(const QString& arrayName, int index) : m_arrayName(arrayName), m_index(index) {
     setData(PlanData::Index, m_index);
     setData(PlanData::Tag, m_tag);
-    revive();
+    setData(PlanData::ArrayName, m_arrayName);
 }
 
 void PlanItem::setTag(const QString& tag) {
@@ -68,13 +67,16 @@ void PlanItem::setTag(const QString& tag) {
 }
 
 void PlanItem::retire() {
+    m_retired = true;
     setVisible(false);
-    setTag({});
-    // The index stays: without a name it is nobody's, and a plan is redrawn too often to set all three anew.
+    // The index and the tag stay: without a name they are nobody's.
     setData(PlanData::ArrayName, {});
 }
 
 void PlanItem::revive() {
+    if (!m_retired)
+        return;
+    m_retired = false;
     setData(PlanData::ArrayName, m_arrayName);
 }
 
@@ -82,14 +84,10 @@ PictureItem::PictureItem(const QString& arrayName, int index) : PlanItem(arrayNa
     setAcceptedMouseButtons(Qt::LeftButton);
 }
 
-void PictureItem::setLeft(int twips) {
-    m_left = twips;
-    setX(toPixelsF(twips));
-}
-
-void PictureItem::setTop(int twips) {
-    m_top = twips;
-    setY(toPixelsF(twips));
+void PictureItem::setPosition(int left, int top) {
+    m_left = left;
+    m_top = top;
+    setPos(toPixelsF(left), toPixelsF(top));
 }
 
 void PictureItem::setWidth(int twips) {
@@ -136,19 +134,13 @@ void PictureItem::fitToPicture() {
 
 void PictureItem::copyDesign(const PictureItem& design) {
     prepareGeometryChange();
-    setLeft(design.m_left);
-    setTop(design.m_top);
+    setPosition(design.m_left, design.m_top);
     m_picture = design.m_picture;
     m_picturePath = design.m_picturePath;
     m_width = design.m_width;
     m_height = design.m_height;
     m_stretch = design.m_stretch;
     m_click = design.m_click;
-    setZValue(design.zValue());
-    setToolTip(design.toolTip());
-    if (design.hasCursor())
-        setCursor(design.cursor());
-    setVisible(false);
     if (design.scene() != nullptr && scene() == nullptr)
         design.scene()->addItem(this);
 }
@@ -221,8 +213,6 @@ void LineItem::copyDesign(const LineItem& design) {
     setEnds(design.m_x1, design.m_y1, design.m_x2, design.m_y2);
     m_color = design.m_color;
     m_borderWidth = design.m_borderWidth;
-    setZValue(design.zValue());
-    setVisible(false);
     if (design.scene() != nullptr && scene() == nullptr)
         design.scene()->addItem(this);
 }

@@ -27,10 +27,11 @@ public:
     QString tag() const { return m_tag; }
     void setTag(const QString& tag);
 
-    /// Takes the element off the plan without destroying it: hidden, without a tag, and outside drivers find
-    /// it under no name any more.
+    /// Takes the element off the plan without destroying it: hidden, and outside drivers find it under no
+    /// name any more.
     void retire();
-    /// Puts a retired element back under its name and index; it stays hidden and without a tag.
+    /// Puts a retired element back under its name and index; it stays hidden. One that is not retired stays
+    /// as it is.
     void revive();
 
 protected:
@@ -40,6 +41,7 @@ private:
     QString m_arrayName;
     QString m_tag;
     int m_index;
+    bool m_retired = false;
 };
 
 /// An image control on a scene whose unit is one logical pixel; its own properties are in twips. Without
@@ -54,9 +56,11 @@ public:
     int type() const override { return Type; }
 
     int left() const { return m_left; }
-    void setLeft(int twips);
+    void setLeft(int twips) { setPosition(twips, m_top); }
     int top() const { return m_top; }
-    void setTop(int twips);
+    void setTop(int twips) { setPosition(m_left, twips); }
+    /// Left and Top in one step: a scene takes note of each.
+    void setPosition(int left, int top);
     int width() const { return m_width; }
     /// Without Stretch the width of a picture wins; the same for the height.
     void setWidth(int twips);
@@ -78,8 +82,8 @@ public:
     /// Called when the left button is released over the item on which it was pressed.
     void setClickHandler(const ClickHandler& handler) { m_click = handler; }
 
-    /// Takes over the properties of the template of a control array, apart from name, index and tag; the new
-    /// element is hidden and in the scene of the template.
+    /// Takes over the properties of the template of a control array, apart from name, index, tag and
+    /// visibility; the element is in the scene of the template then.
     void copyDesign(const PictureItem& design);
 
     QRectF boundingRect() const override;
@@ -128,6 +132,7 @@ public:
     int borderWidth() const { return m_borderWidth; }
     void setBorderWidth(int pixels);
 
+    /// As that of a picture.
     void copyDesign(const LineItem& design);
 
     QRectF boundingRect() const override;

@@ -4,6 +4,7 @@
 #include "map/clsMagWatch.h"
 #include "platform/MsgBox.h"
 
+#include <QCoreApplication>
 #include <QFile>
 
 #include <gtest/gtest.h>
@@ -274,10 +275,12 @@ TEST_F(MapBuild, WhileARebuildRunsNoRemovedElementIsFoundUnderAName) {
     ASSERT_TRUE(warehouse.run({QStringLiteral("update kolv_mag_Stand set StandIcon = N'brak.ico'")}));
     QStringList found;
     messages.onMessage([&](const MsgBoxRecorder::Message&) {
+        QCoreApplication::sendPostedEvents();  // as an open box does before it is seen
         for (const QGraphicsItem* item : canvas.scene()->items()) {
             const QString name = item->data(PlanData::ArrayName).toString();
             if (const QVariant index = item->data(PlanData::Index); !name.isEmpty() && index.toInt() > 0)
                 found.append(name + index.toString());
+            EXPECT_EQ(item->isVisible() && name.isEmpty(), false) << "seen but found under no name";
         }
     });
     builder->RefreschWatchStore();

@@ -104,29 +104,38 @@ TEST_F(ControlArrayOnAScene, AReusedElementHasTheDesignOfANewOne) {
     array.Unload(1);
     EXPECT_EQ(array.Count(), 1);
     EXPECT_FALSE(array.exists(1));
-    EXPECT_FALSE(first->isVisible());
     EXPECT_EQ(failureOf([&] { array[1]; }), RunTime::ControlArrayElement);
     PictureItem& again = array.Load(1);
     EXPECT_EQ(&again, first);
     EXPECT_EQ(again.left(), 0);
     EXPECT_EQ(again.index(), 1);
-    EXPECT_FALSE(again.isVisible());
+    EXPECT_TRUE(again.isVisible()) << "whoever draws anew says what is seen";
     EXPECT_EQ(array.Count(), 2);
 }
 
-TEST_F(ControlArrayOnAScene, AWaitingElementIsFoundUnderNoNameUntilItIsReused) {
+TEST_F(ControlArrayOnAScene, ARetiredElementIsSeenNowhereAndFoundUnderNoNameUntilItIsReused) {
     array.setReuse(true);
     const PictureItem* first = &array.Load(1);
-    array[1].setTag(QStringLiteral("1_1_1_1_LC_2"));
+    array[1].setVisible(true);
     array.Unload(1);
+    array.retireWaiting();
+    EXPECT_FALSE(first->isVisible());
     EXPECT_FALSE(first->data(PlanData::ArrayName).isValid());
-    EXPECT_EQ(first->data(PlanData::Tag), QString());
     const PictureItem& again = array.Load(1);
     ASSERT_EQ(&again, first);
     EXPECT_EQ(again.data(PlanData::ArrayName), QStringLiteral("imglocation"));
     EXPECT_EQ(again.data(PlanData::Index), 1);
-    EXPECT_EQ(again.data(PlanData::Tag), QString());
-    EXPECT_EQ(again.tag(), QString());
+    EXPECT_FALSE(again.isVisible());
+}
+
+TEST_F(ControlArrayOnAScene, RetiringTakesNothingFromTheElementsInUse) {
+    array.setReuse(true);
+    array.Load(1).setVisible(true);
+    array.Load(2).setVisible(true);
+    array.Unload(2);
+    array.retireWaiting();
+    EXPECT_TRUE(array[1].isVisible());
+    EXPECT_EQ(array[1].data(PlanData::ArrayName), QStringLiteral("imglocation"));
 }
 
 TEST_F(ControlArrayOnAScene, WhatNobodyReusedGoesWithTheReuse) {

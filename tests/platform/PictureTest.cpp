@@ -28,6 +28,7 @@ protected:
     static Picture load(const char* name) {
         return Picture::load(QStringLiteral("C:\\Regalon\\Ikony\\") + QString::fromUtf8(name));
     }
+    static PictureFolder icons() { return PictureFolder(QStringLiteral("C:\\Regalon\\Ikony")); }
     static QColor colorOf(const Picture& picture, qreal scale) {
         return picture.pixmap(scale).toImage().pixelColor(0, 0);
     }
@@ -110,6 +111,43 @@ TEST_F(PictureTest, AChangedFileIsReadAgain) {
 TEST_F(PictureTest, AnUnchangedFileIsNotDecodedAgain) {
     write("x.ico", iconBytes(threeSizes));
     EXPECT_EQ(load("x.ico").pixmap(1).cacheKey(), load("x.ico").pixmap(1).cacheKey());
+}
+
+TEST_F(PictureTest, AFolderGivesThePicturesOfItsPaths) {
+    write("x.ico", iconBytes(threeSizes));
+    const PictureFolder open = icons();
+    EXPECT_EQ(open.path(QStringLiteral("x.ico")), QStringLiteral("C:\\Regalon\\Ikony\\x.ico"));
+    const qint64 first = open.load(QStringLiteral("x.ico")).pixmap(1).cacheKey();
+    EXPECT_EQ(open.load(QStringLiteral("x.ico")).pixmap(1).cacheKey(), first);
+    EXPECT_EQ(open.load(QStringLiteral("X.ICO")).size(), QSize(13, 11)) << "names differ by case only";
+    EXPECT_EQ(load("x.ico").pixmap(1).cacheKey(), first);
+}
+
+TEST_F(PictureTest, AnOpenFolderSeesWhatBecomesOfItsFiles) {
+    write("x.ico", iconBytes({{QSize(13, 11), Qt::red}}));
+    const PictureFolder open = icons();
+    EXPECT_EQ(colorOf(open.load(QStringLiteral("x.ico")), 1), QColor(Qt::red));
+    write("x.ico", iconBytes({{QSize(26, 11), Qt::green}}));
+    EXPECT_EQ(colorOf(open.load(QStringLiteral("x.ico")), 1), QColor(Qt::green));
+    QFile::remove(folder.filePath(QStringLiteral("x.ico")));
+    EXPECT_EQ(failureOf([&] { open.load(QStringLiteral("x.ico")); }), RunTime::FileNotFound);
+    EXPECT_EQ(failureOf([&] { open.load(QString()); }), RunTime::PathFileAccess) << "the folder itself";
+}
+
+TEST_F(PictureTest, AFileBelowTheFolderIsSeenAsWell) {
+    folder.mkdir(QStringLiteral("szare"));
+    write("szare/x.ico", iconBytes({{QSize(13, 11), Qt::red}}));
+    const PictureFolder open = icons();
+    EXPECT_EQ(colorOf(open.load(QStringLiteral("szare\\x.ico")), 1), QColor(Qt::red));
+    write("szare/x.ico", iconBytes({{QSize(26, 11), Qt::green}}));
+    EXPECT_EQ(colorOf(open.load(QStringLiteral("szare\\x.ico")), 1), QColor(Qt::green));
+}
+
+TEST_F(PictureTest, AFolderThatIsNotThereFailsAtEachPicture) {
+    const PictureFolder none(QStringLiteral("C:\\None"));
+    EXPECT_EQ(failureOf([&] { none.load(QStringLiteral("x.ico")); }), RunTime::PathNotFound);
+    const PictureFolder noDrive(QStringLiteral("Q:"));
+    EXPECT_EQ(failureOf([&] { noDrive.load(QStringLiteral("x.ico")); }), RunTime::PathNotFound);
 }
 
 TEST_F(PictureTest, AThousandKnownPicturesCostAFewMilliseconds) {
