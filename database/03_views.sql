@@ -168,7 +168,7 @@ DROP VIEW IF EXISTS dbo.Kolv_vv_mag_Sur_Mag;
 GO
 CREATE VIEW dbo.Kolv_vv_mag_Sur_Mag
 AS
-SELECT ItemCode AS [Kod surowca:1700;0], ItemName AS [Nazwa surowca:4200;0], InvntryUom AS [Jm:600;2]
+SELECT ItemCode AS [Kod surowca:1450;0], ItemName AS [Nazwa surowca:4600;0], InvntryUom AS [Jm:600;2]
 FROM dbo.OITM;
 GO
 
@@ -176,7 +176,7 @@ DROP VIEW IF EXISTS dbo.Kolv_vv_mag_Sur_Location_group;
 GO
 CREATE VIEW dbo.Kolv_vv_mag_Sur_Location_group
 AS
-SELECT G.ItemCode AS [Kod surowca:1700;0], I.ItemName AS [Nazwa surowca:4200;0], G.GroupSur AS xxx_GroupSur
+SELECT G.ItemCode AS [Kod surowca:1450;0], I.ItemName AS [Nazwa surowca:4600;0], G.GroupSur AS xxx_GroupSur
 FROM dbo.kolv_mag_Group_Item AS G
     LEFT JOIN dbo.OITM AS I ON I.ItemCode = G.ItemCode;
 GO

@@ -183,7 +183,8 @@ frmMagCreate::Shelf frmMagCreate::createShelf(QWidget* parent, int number) {
     Shelf shelf;
     shelf.frame = addFrame(parent, qPrintable(QStringLiteral("frmShelf_%1").arg(number)),
                            captions[static_cast<std::size_t>(number - 1)]);
-    place(shelf.frame, 90 + (number - 1) * kShelfWidth, 60, kShelfWidth - 60, kShelfHeight);
+    // Below the upper edge of the frame around them, which their ground would cover.
+    place(shelf.frame, 90 + (number - 1) * kShelfWidth, 105, kShelfWidth - 60, kShelfHeight - 45);
     shelf.label = addLabel(shelf.frame, qPrintable(QStringLiteral("lblShelf_%1").arg(number)),
                            QStringLiteral("Ilość lokalizacji:"));
     place(shelf.label, 90, 390, kShelfWidth - 180, 300);

@@ -28,16 +28,16 @@ constexpr int kFrameHeight = 2490;
 // Down to the frame of the stand: two rows of buttons that save, one of each frame, would be mistaken.
 constexpr int kGroupHeight = 5700;
 // Room for the columns of both lists, of which the first shows the unit as well.
-constexpr int kMaterialListWidth = 7050;
+constexpr int kMaterialListWidth = 7200;
 constexpr int kMemberListWidth = 6450;
 constexpr int kGroupListHeight = 4020;
 
-constexpr int kLine = 345;         // height of a box and of its label
-constexpr int kLabelWidth = 2940;  // of the material side
-constexpr int kChoiceWidth = 4440;
-constexpr int kParamLeft = 8280;
+constexpr int kLine = 345;          // height of a box and of its label
+constexpr int kLabelWidth = 2940;   // of the material side
+constexpr int kChoiceWidth = 4980;  // a material shows its code and its name
+constexpr int kParamLeft = 8820;
 constexpr int kParamWidth = 3060;
-constexpr int kPictureLeft = 11400;
+constexpr int kPictureLeft = 11940;
 
 constexpr int kTimerInterval = 1000;  // milliseconds
 
@@ -51,7 +51,7 @@ Control* add(QWidget* parent, const char* name, int left, int top, int width, in
 
 QPushButton* addArrow(QWidget* parent, const char* name, const QString& icon, const QString& meaning,
                       int top) {
-    auto* button = add<QPushButton>(parent, name, 7410, top, 750, 510);
+    auto* button = add<QPushButton>(parent, name, 7485, top, 750, 510);
     button->setIcon(programIcon(icon));
     button->setToolTip(meaning);
     return button;
@@ -133,9 +133,9 @@ void frmMagCreate::createLocationPicture() {
     m_frmWathSurPicture =
         addFrame(m_frmAddSurOnLocalization, "frmWathSurPicture", QStringLiteral("obraz surowca "));
     place(m_frmWathSurPicture, kPictureLeft, 60, kFrameWidth - kPictureLeft - 90, 2340);
-    m_impPictureSur = add<PictureBox>(m_frmWathSurPicture, "impPictureSur", 120, 360, 3240, 1440);
-    m_txtFrmPicture = add<QLineEdit>(m_frmWathSurPicture, "txtFrmPicture", 120, 1890, 2700);
-    m_tlbPictureSur = add<ToolBar>(m_frmWathSurPicture, "tlbPictureSur", 2850, 1815, 540, 480);
+    m_impPictureSur = add<PictureBox>(m_frmWathSurPicture, "impPictureSur", 120, 360, 2700, 1440);
+    m_txtFrmPicture = add<QLineEdit>(m_frmWathSurPicture, "txtFrmPicture", 120, 1890, 2160);
+    m_tlbPictureSur = add<ToolBar>(m_frmWathSurPicture, "tlbPictureSur", 2310, 1815, 540, 480);
     m_tlbPictureSur->addButton(QStringLiteral("key_Path"), QString(),
                                QStringLiteral("Wybór pliku graficznego"),
                                programIcon(QStringLiteral("folder.ico")));

@@ -131,6 +131,8 @@ void frmMagCreate::showTextParam(const QString& value, int width, int limit) {
     m_txtParamValueLocalization->resize(toPixels(width), m_txtParamValueLocalization->height());
     m_txtParamValueLocalization->setMaxLength(limit);
     m_txtParamValueLocalization->setText(value);
+    // A text longer than the box is read from its beginning.
+    m_txtParamValueLocalization->setCursorPosition(0);
     m_txtParamValueLocalization->show();
     m_txtParamValueLocalization->setFocus();
 }

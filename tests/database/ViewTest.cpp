@@ -56,7 +56,7 @@ TEST_F(Views, GridsShowTheCodeFirstAndHideTheFilterLast) {
     const Rows materials = all("Kolv_vv_mag_Sur_Mag");
     ASSERT_GE(materials.columns.size(), 2U);
     EXPECT_EQ(materials.columns[0].odbcType, SQL_WVARCHAR);
-    EXPECT_EQ(materials.columns[0].name, "Kod surowca:1700;0");
+    EXPECT_EQ(materials.columns[0].name, "Kod surowca:1450;0");
 
     const Rows members =
         connection_.run("select * from Kolv_vv_mag_Sur_Location_group where xxx_GroupSur = 4");

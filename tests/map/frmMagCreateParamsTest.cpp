@@ -154,6 +154,7 @@ TEST_F(FrmMagCreateParams, ATextIsEditedInAWideBoxOf250Characters) {
     EXPECT_TRUE(value()->isVisible());
     EXPECT_TRUE(value()->hasFocus());
     EXPECT_EQ(value()->text(), text);
+    EXPECT_EQ(value()->cursorPosition(), 0) << "a long text shows its beginning";
     EXPECT_EQ(value()->width(), toPixels(2760));
     EXPECT_EQ(value()->maxLength(), 250);
     EXPECT_FALSE(pictureFrame());
