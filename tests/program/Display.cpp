@@ -76,6 +76,7 @@ bool Display::start() {
         m_why = QStringLiteral("openbox: ") + m_manager.errorString();
         return false;
     }
+    run(QStringLiteral("setxkbmap"), {QStringLiteral("pl")});
     return true;
 }
 
@@ -138,6 +139,11 @@ void Display::activate(const QString& window) const {
     run(QStringLiteral("xdotool"), {QStringLiteral("windowactivate"), QStringLiteral("--sync"), window});
 }
 
+void Display::moveTo(QPoint at) const {
+    run(QStringLiteral("xdotool"),
+        {QStringLiteral("mousemove"), QString::number(at.x()), QString::number(at.y())});
+}
+
 void Display::click(QPoint at) const {
     run(QStringLiteral("xdotool"), {QStringLiteral("mousemove"), QString::number(at.x()),
                                     QString::number(at.y()), QStringLiteral("click"), QStringLiteral("1")});
@@ -156,8 +162,9 @@ void Display::drag(QPoint from, QPoint to) const {
          QString::number(to.x()), QString::number(to.y()), QStringLiteral("mouseup"), QStringLiteral("1")});
 }
 
-void Display::key(const QString& keys) const {
-    run(QStringLiteral("xdotool"), {QStringLiteral("key"), keys});
+void Display::key(const QString& keys, int times) const {
+    run(QStringLiteral("xdotool"),
+        {QStringLiteral("key"), QStringLiteral("--repeat"), QString::number(times), keys});
 }
 
 void Display::type(const QString& text) const {

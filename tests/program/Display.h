@@ -11,7 +11,8 @@
 
 namespace regalon::test {
 
-/// A display of its own without a screen, with a window manager, and the hands and eyes of a person on it.
+/// A display of its own without a screen, with a window manager and a Polish keyboard, and the hands and eyes
+/// of a person on it.
 /// Windows are named by the titles that the program gives them. Coordinates are pixels of the display.
 class Display {
 public:
@@ -36,11 +37,12 @@ public:
     void askForSize(const QString& window, QSize size) const;
     void activate(const QString& window) const;
 
+    void moveTo(QPoint at) const;
     void click(QPoint at) const;
     void doubleClick(QPoint at) const;
     void drag(QPoint from, QPoint to) const;
     /// A key with its modifiers, "alt+a", "Return".
-    void key(const QString& keys) const;
+    void key(const QString& keys, int times = 1) const;
     void type(const QString& text) const;
 
     /// Everything on the display, now.

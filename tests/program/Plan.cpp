@@ -1,7 +1,6 @@
 #include "program/Plan.h"
 
-#include "common/DbConnection.h"
-#include "common/DbRecordset.h"
+#include "program/Tables.h"
 #include "support/LocalWarehouse.h"
 
 #include <array>
@@ -17,6 +16,8 @@ constexpr int rightWall = 14760;
 constexpr int topWall = 840;
 constexpr int bottomWall = 8280;
 constexpr int panelBottom = 9720;
+// The side walls are in sight down to here, also under the frames of the layout editor.
+constexpr int wallInSight = 6960;
 
 constexpr int twipsOfPixel = 15;
 
@@ -54,18 +55,9 @@ bool hasWall(const QImage& image, int x, int y, int length) {
     return found > length * 9 / 10;
 }
 
+/// Rows that must be there.
 QVector<QVector<QVariant>> rows(const LocalWarehouse& warehouse, const QString& sql) {
-    DbConnection connection;
-    connection.Open(warehouse.connectionString());
-    DbRecordset set;
-    QVector<QVector<QVariant>> all;
-    for (set.Open(sql, connection); !set.Eof(); set.MoveNext()) {
-        QVector<QVariant> row;
-        for (int column = 0; column < set.Fields().Count(); ++column) {
-            row.append(set.Value(column));
-        }
-        all.append(row);
-    }
+    QVector<QVector<QVariant>> all = rowsOf(warehouse, sql);
     if (all.isEmpty()) {
         throw std::runtime_error("no row for: " + sql.toStdString());
     }
@@ -88,7 +80,7 @@ QRect Plan::panel() const {
 
 std::optional<Plan> findPlan(const QImage& display, double scale) {
     const int length = qRound((rightWall - leftWall) * scale / twipsOfPixel);
-    const int height = qRound((bottomWall - topWall) * scale / twipsOfPixel);
+    const int height = qRound((wallInSight - topWall) * scale / twipsOfPixel);
     for (int y = 0; y < display.height() - height; ++y) {
         const int x = darkRun(display, y, length);
         if (x < 0 || !hasWall(display, x, y, height)) {
@@ -145,11 +137,11 @@ QString iconFile(const LocalWarehouse& warehouse, const Spot& spot) {
         .toString();
 }
 
-bool showsIcon(const QImage& display, const Plan& plan, const LocalWarehouse& warehouse, const Spot& spot,
-               const QString& file) {
+bool showsPicture(const QImage& display, const Plan& plan, const LocalWarehouse& warehouse, int left, int top,
+                  const QString& file) {
     // The first picture of an icon is the one of the natural size.
     const QImage icon(warehouse.driveC() + QStringLiteral("/Regalon/Ikony/") + file);
-    const QPoint corner = plan.at(spot.left - insideLeft, spot.top - insideTop);
+    const QPoint corner = plan.at(left, top);
     for (int y = 0; y < icon.height(); ++y) {
         for (int x = 0; x < icon.width(); ++x) {
             const QRgb wanted = icon.pixel(x, y);
@@ -159,6 +151,11 @@ bool showsIcon(const QImage& display, const Plan& plan, const LocalWarehouse& wa
         }
     }
     return !icon.isNull();
+}
+
+bool showsIcon(const QImage& display, const Plan& plan, const LocalWarehouse& warehouse, const Spot& spot,
+               const QString& file) {
+    return showsPicture(display, plan, warehouse, spot.left - insideLeft, spot.top - insideTop, file);
 }
 
 Spot standSpot(const LocalWarehouse& warehouse, int rank, int stand) {

@@ -48,8 +48,11 @@ Spot spotWhere(const LocalWarehouse& warehouse, const QString& condition);
 int countOf(const LocalWarehouse& warehouse, const QString& table);
 /// The icon file that the database names for a location.
 QString iconFile(const LocalWarehouse& warehouse, const Spot& spot);
-/// Whether the display shows the picture of this icon file at a location, in every pixel that the picture
-/// covers.
+/// Whether the display shows the picture of this icon file with its corner at a point of the plan (twips), in
+/// every pixel that the picture covers.
+bool showsPicture(const QImage& display, const Plan& plan, const LocalWarehouse& warehouse, int left, int top,
+                  const QString& file);
+/// The same at a location.
 bool showsIcon(const QImage& display, const Plan& plan, const LocalWarehouse& warehouse, const Spot& spot,
                const QString& file);
 /// The middle of a stand's picture.
