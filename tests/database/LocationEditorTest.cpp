@@ -150,6 +150,12 @@ TEST_F(LocationEditor, APictureIsBase64AndComesInItsOwnParameter) {
     for (const char* bad :
          {"N'zdjecie.bmp'", "N'abc'", "N'ab=c'", "N'a==='", "N'ąbcd'", "N'ab c'", "N'='", "N'===='"})
         refused(picture(bad), "nie jest obrazem");
+    for (const char* word : {"N'1200'", "N'qk32'", "N'Qk52'", "N'/9J/AAAA'", "N'iVBORw0KGgo='"})
+        refused(picture(word), "nie jest obrazem");
+    for (const char* head : {"/9j/4AAQ", "Qk02", "AAABAAEA"}) {
+        EXPECT_EQ(picture("N'" + std::string(head) + "'").value, 0);
+        EXPECT_EQ(read("Picture_pic"), head);
+    }
     EXPECT_EQ(picture("N''").value, 0);
     EXPECT_EQ(read("Picture_pic"), "") << "an empty text removes the picture";
     EXPECT_EQ(value("Width_int", "5").value, 0);
