@@ -1,9 +1,10 @@
 // The demo stock: enough of every case that a storekeeper meets, and nothing that could not be.
 
-#include "database/Warehouse.h"
+#include "database/ShiftDesk.h"
 
 #include <gtest/gtest.h>
 
+#include <map>
 #include <set>
 
 namespace regalon::test {
@@ -133,6 +134,36 @@ TEST_F(DemoStock, UsersAndFoldersAreThoseOfTheDemo) {
     EXPECT_EQ(setup.text(0, 0), "C:\\Regalon");
     EXPECT_EQ(setup.text(0, 1), "C:\\Regalon\\Ikony");
     EXPECT_EQ(setup.text(0, 2), "C:\\Regalon\\Plany");
+}
+
+TEST_F(DemoStock, MovingPackagesMeetsEveryStatusOfATarget) {
+    ShiftDesk desk(warehouse_.connect());
+    std::map<std::string, int> seen;
+    const Rows places = connection_.run(
+        "SELECT MIN(BarCode), ItemCode, Rank, Stand, Shelf, Location FROM Kolv_Mag_BarCode_Sur WHERE Active "
+        "= "
+        "N'Y' AND Rank IS NOT NULL AND ItemCode IN (N'BL-GW-030', N'BL-NI-010', N'SR-M12-050') GROUP BY "
+        "ItemCode, Rank, "
+        "Stand, "
+        "Shelf, Location");
+    ASSERT_GT(places.size(), 10U);
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        desk.take(places.text(i, 1),
+                  places.text(i, 2) + ", " + places.text(i, 3) + ", " + places.text(i, 4) + ", " +
+                      places.text(i, 5),
+                  places.text(i, 0));
+        for (const Proposal& row : desk.proposals()) {
+            ++seen[row.status + row.occupied];
+            if (row.status == "O")
+                ++seen[row.remark];
+        }
+    }
+    for (const char* expected :
+         {"DC", "DZ", "CC", "CZ", "PZ", "Jednoindeksowa i leży na niej inny surowiec",
+          "Przypisana do innego surowca", "Przypisana do grupy, do której surowiec nie należy",
+          "Opakowanie jest większe lub cięższe, niż lokalizacja dopuszcza", "Regał jest wyłączony",
+          "Opakowanie już na niej leży"})
+        EXPECT_GT(seen[expected], 0) << expected;
 }
 
 }  // namespace regalon::test

@@ -93,6 +93,11 @@ TEST_F(StandEditor, AStandKeepsEverythingThatTheEditorGives) {
     EXPECT_EQ(hall_.one("SELECT StandLeft FROM kolv_mag_Stand"), "200");
 }
 
+TEST_F(StandEditor, BlanksAroundTheNameOfAnIconAreNotStored) {
+    accepted({.locations = {1}, .icon = "  R1 S.ico "});
+    EXPECT_EQ(hall_.one("SELECT N'<' + StandIcon + N'>' FROM kolv_mag_Stand"), "<R1 S.ico>");
+}
+
 TEST_F(StandEditor, OnlyTheShelfInQuestionChanges) {
     hall_.build(1, "213", 3000, 4000);
     EXPECT_EQ(shelves(1, 1), "3:213");
