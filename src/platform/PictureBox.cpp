@@ -1,9 +1,36 @@
 #include "platform/PictureBox.h"
 
+#include "platform/RunTimeError.h"
+#include "platform/Twips.h"
+
+#include <QFontMetrics>
+#include <QPaintEvent>
 #include <QPainter>
 #include <QStyle>
 
+#include <cmath>
+
 namespace regalon {
+namespace {
+
+constexpr int twipsPerPoint = 20;
+constexpr int largestFont = 2160;
+
+/// Nearest whole pixel, halves up as in toPixels().
+int wholePixel(double value) {
+    const double whole = std::floor(value + 0.5);
+    if (!(std::abs(whole) <= QWIDGETSIZE_MAX))
+        throw RunTimeError(RunTime::Overflow);
+    return static_cast<int>(whole);
+}
+
+int sizeInPixels(double twips) {
+    if (twips < 0)
+        throw RunTimeError(RunTime::InvalidPropertyValue);
+    return wholePixel(toPixelsF(twips));
+}
+
+}  // namespace
 
 PictureBox::PictureBox(QWidget* parent) : QWidget(parent) {}
 
@@ -21,7 +48,87 @@ QRect PictureBox::pictureRect() const {
     return QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, shown, rect());
 }
 
-void PictureBox::paintEvent(QPaintEvent*) {
+void PictureBox::setFontSize(int points) {
+    if (points < 1 || points > largestFont)
+        throw RunTimeError(RunTime::InvalidPropertyValue);
+    QFont sized = font();
+    sized.setPixelSize(wholePixel(toPixelsF(points * twipsPerPoint)));
+    setFont(sized);
+}
+
+void PictureBox::setFontBold(bool bold) {
+    QFont weighted = font();
+    weighted.setBold(bold);
+    setFont(weighted);
+}
+
+void PictureBox::moveTo(double x, double y) {
+    m_position = {wholePixel(x), wholePixel(y)};
+}
+
+void PictureBox::drawVertical(double x, double y1, double y2) {
+    const int column = wholePixel(x);
+    const int from = wholePixel(y1);
+    const int to = wholePixel(y2);
+    m_position = {column, to};
+    if (from < to)
+        addMark(QRect(column, from, 1, to - from));
+    else if (from > to)
+        addMark(QRect(column, to + 1, 1, from - to));
+}
+
+void PictureBox::print(const QString& text) {
+    const QFontMetrics metrics(font());
+    const QRect cell(m_position, QSize(metrics.horizontalAdvance(text), metrics.height()));
+    m_position = {wholePixel(cell.x() + cell.width()), cell.y()};
+    if (!text.isEmpty())
+        addMark(cell, text);
+}
+
+void PictureBox::addMark(const QRect& area, const QString& text) {
+    m_marks.push_back({area, text, text.isEmpty() ? QFont() : font(), m_foreColor});
+    update();
+}
+
+void PictureBox::clearMarks() {
+    m_marks.clear();
+    m_position = {};
+    update();
+}
+
+void PictureBox::setWidthTwips(double width) {
+    resize(sizeInPixels(width), height());
+}
+
+void PictureBox::setHeightTwips(double height) {
+    resize(width(), sizeInPixels(height));
+}
+
+void PictureBox::paintEvent(QPaintEvent* event) {
+    QPainter painter(this);
+    // Bars must stand out for a scanner whatever colours the desktop has.
+    if (!m_marks.empty())
+        painter.fillRect(event->rect(), Qt::white);
+    paintPicture(painter);
+    for (const PictureMark& mark : m_marks) {
+        // A letter may lean out of its cell.
+        const int lean = mark.Text.isEmpty() ? 0 : mark.Area.height();
+        if (mark.Area.adjusted(-lean, 0, lean, 0).intersects(event->rect()))
+            paintMark(painter, mark);
+    }
+}
+
+void PictureBox::paintMark(QPainter& painter, const PictureMark& mark) const {
+    if (mark.Text.isEmpty()) {
+        painter.fillRect(mark.Area & rect(), mark.Color);
+        return;
+    }
+    painter.setFont(mark.Font);
+    painter.setPen(mark.Color);
+    painter.drawText(mark.Area.topLeft() + QPoint(0, QFontMetrics(mark.Font).ascent()), mark.Text);
+}
+
+void PictureBox::paintPicture(QPainter& painter) const {
     const QRect target = pictureRect();
     if (target.isEmpty())
         return;
@@ -31,7 +138,7 @@ void PictureBox::paintEvent(QPaintEvent*) {
     // A photograph loses its lines when the painter scales it that far by itself.
     if (pixmap.width() > device.width())
         pixmap = pixmap.scaled(device, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-    QPainter(this).drawPixmap(target, pixmap);
+    painter.drawPixmap(target, pixmap);
 }
 
 }  // namespace regalon
