@@ -58,7 +58,8 @@ BEGIN
             WHERE L.Rank = @Rank AND L.Stand = @Stand AND L.Shelf = @Shelf AND L.Location = N.Number);
 
         UPDATE dbo.kolv_mag_Stand
-        SET StandIcon = ISNULL(@StandIcon, N''), StandLeft = @Left, StandTop = @Top,
+        -- The client's test of the icon file leaves blanks around the name aside; its drawing does not.
+        SET StandIcon = LTRIM(RTRIM(ISNULL(@StandIcon, N''))), StandLeft = @Left, StandTop = @Top,
             StandVisable = UPPER(@StandVisable), StandEnable = UPPER(@StandEnable),
             StandFrameArround = UPPER(@StandFrameArround), StandDescription = ISNULL(@StandDescription, N''),
             ShelfCount = (SELECT ISNULL(MAX(L.Shelf), 0) FROM dbo.kolv_mag_Location AS L

@@ -62,11 +62,16 @@ BEGIN
         END
         ELSE
         BEGIN
-            -- Base64: groups of four characters, one or two of them "=" at the very end.
+            -- Base64: groups of four characters, one or two of them "=" at the very end. The head is that of a JPEG,
+            -- a bitmap or an icon: without a new file the client sends what its box still holds, and a number or a
+            -- word of another parameter must not take the stored picture's place.
             SET @Padding = CASE WHEN RIGHT(@ParamImage, 2) = N'==' THEN 2 WHEN RIGHT(@ParamImage, 1) = N'=' THEN 1
                 ELSE 0 END;
             IF @Characters % 4 <> 0
                     OR LEFT(@ParamImage, @Characters - @Padding) COLLATE Latin1_General_BIN LIKE N'%[^A-Za-z0-9+/]%'
+                    OR @Characters > 0 AND @ParamImage COLLATE Latin1_General_BIN NOT LIKE N'/9j/%'
+                        AND @ParamImage COLLATE Latin1_General_BIN NOT LIKE N'Qk[0-3]%'
+                        AND @ParamImage COLLATE Latin1_General_BIN NOT LIKE N'AAABAA%'
                 SET @ErrDesc = N'Przekazany tekst nie jest obrazem. Wybierz plik obrazka.';
             ELSE IF @Characters / 4 * 3 - @Padding >= 3000000
                 SET @ErrDesc = N'Obraz jest za duży. Największy dopuszczalny rozmiar to 2999999 bajtów.';

@@ -67,7 +67,8 @@ void keepOwnLook(QWidget* control) {
     control->setFont(font);
     QPalette palette = control->palette();
     for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        palette.setColor(role, palette.color(role));
+        for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive})
+            palette.setColor(group, role, palette.color(group, role));
     control->setPalette(palette);
 }
 

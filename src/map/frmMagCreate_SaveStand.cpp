@@ -16,6 +16,9 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 
+#include <algorithm>
+#include <array>
+
 namespace regalon {
 
 namespace {
@@ -91,7 +94,10 @@ StandDefinition frmMagCreate::standOnForm() {
     // The shelves above the chosen one stay 0; the procedure knows by Shelf which number is meant.
     const std::array<qint16*, kShelves> counts = {&stand.Shelf_1, &stand.Shelf_2, &stand.Shelf_3,
                                                   &stand.Shelf_4};
-    for (std::size_t shelf = 0; shelf < counts.size() && static_cast<int>(shelf) < stand.Shelf; ++shelf)
+    // A shelf beyond the fourth, where another manager has made that one meanwhile, has none: it is refused.
+    const std::size_t last =
+        stand.Shelf <= kShelves ? static_cast<std::size_t>(std::max<int>(stand.Shelf, 0)) : 0;
+    for (std::size_t shelf = 0; shelf < last; ++shelf)
         *counts[shelf] = ToInt16(m_shelves[shelf].count->currentText());
     stand.StandIcon = m_txtImageName->text();
     stand.StandVisable = flagOf(*m_chkStandVisable);
@@ -131,6 +137,9 @@ bool frmMagCreate::RemoveBookStand() {
     WindowTrap("frmMagCreate - RemoveBookStand", [&] {
         const qint16 rank = ToInt16(m_dtcRank->boundText());
         const qint16 stand = ToInt16(m_dtcStand->boundText());
+        // Asked as at a save, and of no consequence: the whole stand goes.
+        if (ToInt16(m_dtcShelfCount->boundText()) == kNew)
+            m_data->GetShelfCountOnStand(rank, stand);
         QString message;
         if (!m_data->RemoveBookStandValidate(rank, stand, message) ||
             !m_data->RemoveBookStandDB(rank, stand, message)) {

@@ -66,7 +66,8 @@ QString shelfStatement(qint16 stand, qint16 shelfCount) {
 void setTextColor(QWidget* widget, const QColor& color) {
     QPalette palette = widget->palette();
     for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        palette.setColor(role, color);
+        for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive})
+            palette.setColor(group, role, color);
     widget->setPalette(palette);
 }
 

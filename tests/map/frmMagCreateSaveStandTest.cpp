@@ -319,6 +319,21 @@ TEST_F(FrmMagCreateSaveStand, ARemovedStandLeavesTheListsAndThePlan) {
     EXPECT_EQ(canvas()->imgBookStand().Count() - 1, 1);
 }
 
+TEST_F(FrmMagCreateSaveStand, WithANewShelfChosenARemovalAsksForTheShelvesAndTakesTheWholeStand) {
+    addStand(1, 1, QStringLiteral("2"));
+    open();
+    clickStand(QStringLiteral("1_1"));
+    choice("dtcShelfCount")->setBoundText(QStringLiteral("-1"));
+    warehouse.server.clearTrace();
+    messages.answer(MsgResult::Ok);
+    remove();
+    const QStringList asked = warehouse.batches();
+    ASSERT_FALSE(asked.isEmpty());
+    EXPECT_EQ(asked.first(),
+              QStringLiteral("select ShelfCount from kolv_mag_Stand(nolock) where Rank = 1 AND Stand = 1"));
+    EXPECT_EQ(tables(), QStringLiteral("NULL | NULL"));
+}
+
 TEST_F(FrmMagCreateSaveStand, ARefusedRemovalIsToldAndChangesNothing) {
     addStand(1, 1, QStringLiteral("2"));
     addStand(2, 1, QStringLiteral("2"));
