@@ -1,54 +1,24 @@
 #pragma once
 
-#include "map/MapCanvas.h"
-#include "map/MapWarehouse.h"
-#include "platform/ListView.h"
-#include "platform/MsgBox.h"
-#include "platform/ToolBar.h"
+#include "map/PlanWindow.h"
 #include "views/frmMagWatch.h"
-
-#include <QGroupBox>
-#include <QLabel>
-#include <QLineEdit>
-
-#include <gtest/gtest.h>
 
 namespace regalon::test {
 
-/// The warehouse view on a running warehouse, driven by mouse and keys and looked at through its controls'
-/// names.
-class WatchWindow : public testing::Test {
+/// The warehouse view.
+class WatchWindow : public PlanWindow {
 protected:
-    explicit WatchWindow(LocalWarehouse::Content content = LocalWarehouse::Content::Demo);
+    explicit WatchWindow(LocalWarehouse::Content content = LocalWarehouse::Content::Demo)
+        : PlanWindow(content) {}
 
-    void SetUp() override;
+    MapWatchWindow* planWindow() const override { return window.get(); }
     /// Makes and shows the window. The detail is recorded in `details`.
-    void open();
-
-    QLabel* label(const char* name) const { return control<QLabel>(name); }
-    QLineEdit* box(const char* name) const { return control<QLineEdit>(name); }
-    QGroupBox* frame(const char* name) const { return control<QGroupBox>(name); }
-    ToolBar* toolBar(const char* name) const { return control<ToolBar>(name); }
-    ListView* list() const { return control<ListView>("lstLocationItem"); }
-    MapCanvas* canvas() const { return window->findChild<MapCanvas*>(); }
-
-    /// The picture of an array whose Tag begins with `tag`; fails the test and returns null if there is none.
-    PictureItem* item(const char* array, const QString& tag) const;
-    void clickLocation(const QString& address);
-    void clickStand(const QString& address);
-    /// "rank stand shelf location" of the four text boxes.
-    QString address() const;
-
-    template <typename T>
-    T* control(const char* name) const {
-        T* found = window->findChild<T*>(QString::fromLatin1(name));
-        EXPECT_NE(found, nullptr) << name;
-        return found;
+    void open() {
+        window = std::make_unique<frmMagWatch>(warehouse.context, recordedDetail());
+        show();
     }
+    ListView* list() const { return control<ListView>("lstLocationItem"); }
 
-    MapWarehouse warehouse;
-    MsgBoxRecorder messages;
-    QList<StandDetailRequest> details;
     std::unique_ptr<frmMagWatch> window;
 };
 

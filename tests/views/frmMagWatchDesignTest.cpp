@@ -13,21 +13,9 @@
 namespace regalon {
 namespace {
 
+using test::captionsOf;
+using test::keysOf;
 using test::WatchWindow;
-
-QStringList captions(const ToolBar* bar) {
-    QStringList texts;
-    for (int number = 1; number <= bar->buttonCount(); ++number)
-        texts.append(bar->button(number)->isSeparator() ? QStringLiteral("-") : bar->button(number)->text());
-    return texts;
-}
-
-QStringList keys(const ToolBar* bar) {
-    QStringList names;
-    for (int number = 1; number <= bar->buttonCount(); ++number)
-        names.append(bar->button(number)->objectName());
-    return names;
-}
 
 /// What the window is made of shows without a database, too; loading then ends in a recorded message.
 class FrmMagWatchDesign : public WatchWindow {
@@ -37,20 +25,20 @@ protected:
 
 TEST_F(FrmMagWatchDesign, HasItsToolbarsInOrder) {
     open();
-    EXPECT_EQ(captions(toolBar("tlbCmd")),
+    EXPECT_EQ(captionsOf(toolBar("tlbCmd")),
               QStringList({QStringLiteral("&Wyjście"), QStringLiteral("-"), QStringLiteral("Odśwież magazyn"),
                            QStringLiteral("Auto odświeżanie "), QStringLiteral("&Znajdź surowiec")}));
     EXPECT_EQ(toolBar("tlbCmd")->button(QStringLiteral("key_Exit"))->toolTip(), QStringLiteral("Wyjscie"));
-    EXPECT_EQ(captions(toolBar("tlbWatchFullSurLocation")),
+    EXPECT_EQ(captionsOf(toolBar("tlbWatchFullSurLocation")),
               QStringList({QStringLiteral("&Podglad wszytkich surowców na lokalizacji"),
                            QStringLiteral("&Zamknij podglad surowców na lokalizacji")}));
-    EXPECT_EQ(keys(toolBar("tlbCmd")),
+    EXPECT_EQ(keysOf(toolBar("tlbCmd")),
               QStringList({QStringLiteral("key_Exit"), QStringLiteral("keySeparator"),
                            QStringLiteral("key_ReBulid"), QStringLiteral("key_AutoRebulid"),
                            QStringLiteral("key_LokkFor")}));
-    EXPECT_EQ(keys(toolBar("tlbWatchFullSurLocation")),
+    EXPECT_EQ(keysOf(toolBar("tlbWatchFullSurLocation")),
               QStringList({QStringLiteral("key_Akcept"), QStringLiteral("key_Cancel")}));
-    EXPECT_EQ(keys(toolBar("tlbStatusRefresh")), QStringList(QStringLiteral("key_Time")));
+    EXPECT_EQ(keysOf(toolBar("tlbStatusRefresh")), QStringList(QStringLiteral("key_Time")));
 }
 
 TEST_F(FrmMagWatchDesign, ItsUpperToolbarsLieInTheirCoolBar) {
