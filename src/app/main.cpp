@@ -1,11 +1,13 @@
 // regalon -<connection file> -<user number>
 #include "common/AppContext.h"
 #include "common/DbConnection.h"
+#include "map/MapWatchWindow.h"
 #include "map/frmMagCreate.h"
 #include "platform/CommandLine.h"
 #include "platform/MsgBox.h"
 #include "platform/Settings.h"
 #include "shell/mdiKolvestra.h"
+#include "stock/frmMagWatchShiftLoc.h"
 #include "views/frmMagWatch.h"
 #include "views/frmMagWatchDetal.h"
 
@@ -34,16 +36,21 @@ void useSettings() {
     }
 }
 
+/// The stand detail opens beside the stand, counted from where the main window stands.
+void tellPlace(QWidget* window, qint32 top, qint32 left) {
+    auto* plan = static_cast<MapWatchWindow*>(window);
+    plan->setTopStand(top);
+    plan->setLeftStand(left);
+}
+
 ChildWindows childWindows(AppContext& context) {
     ChildWindows windows;
     const StandDetail detail = standDetail(context);
     windows.MagWatch.create = [&context, detail] { return new frmMagWatch(context, detail); };
-    windows.MagWatch.beforeShow = [](QWidget* window, qint32 top, qint32 left) {
-        auto* view = static_cast<frmMagWatch*>(window);
-        view->setTopStand(top);
-        view->setLeftStand(left);
-    };
+    windows.MagWatch.beforeShow = tellPlace;
     windows.MagCreate.create = [&context] { return new frmMagCreate(context); };
+    windows.MagWatchShiftLoc.create = [&context, detail] { return new frmMagWatchShiftLoc(context, detail); };
+    windows.MagWatchShiftLoc.beforeShow = tellPlace;
     return windows;
 }
 

@@ -28,4 +28,9 @@ void reportFromWindow(QAnyStringView name) {
            MsgFlag::Critical + MsgFlag::SystemModal, name.toString());
 }
 
+void reportUnhandled() {
+    const ErrorRecord error = currentError();
+    MsgBox(QString::number(error.Number) + lineEnd + error.Description, MsgFlag::Critical);
+}
+
 }  // namespace regalon

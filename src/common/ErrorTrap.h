@@ -19,6 +19,10 @@ void reportFromClass(AppContext& context, QAnyStringView object, QAnyStringView 
 /// Call only from inside a catch block.
 void reportFromWindow(QAnyStringView name);
 
+/// Reports the exception in flight that no handler of a routine took: a stop box with number and description
+/// under the program's name. Call only from inside a catch block.
+void reportUnhandled();
+
 /// The standard handler of data classes and modules (form A): runs the body, and reports what it throws to
 /// the error service under `object` and `routine`. The routine's result lives outside the body, so that it
 /// keeps what it held at the failure. Answers false after a report.
@@ -42,6 +46,17 @@ bool WindowTrap(QAnyStringView name, Body&& body) {
     } catch (...) {
         reportFromWindow(name);
         return false;
+    }
+}
+
+/// For the events of routines that have no handler, or do something in front of it: what escapes them is
+/// reported, and the program goes on.
+template <class Body>
+void EventTrap(Body&& body) {
+    try {
+        std::forward<Body>(body)();
+    } catch (...) {
+        reportUnhandled();
     }
 }
 

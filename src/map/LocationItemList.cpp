@@ -11,14 +11,17 @@ namespace regalon {
 
 namespace {
 
-void markRows(ListView& list, const KindIcons& icons) {
+constexpr int kImageOfKindA = 42;
+constexpr int kImageOfKindB = 40;
+
+void markRows(ListView& list) {
     for (int number = 1; number <= list.itemCount(); ++number) {
         ListItem* row = list.item(number);
         const QString kind = rowKind(list, *row);
         if (kind == u"A")
-            row->setSmallIcon(icons.kindA);
+            row->setSmallIcon(kImageOfKindA);
         else if (kind == u"B")
-            row->setSmallIcon(icons.kindB);
+            row->setSmallIcon(kImageOfKindB);
     }
 }
 
@@ -35,13 +38,18 @@ PhaseText locationItemText(const AppContext& context, const QString& procedure,
     return [before, behind](int phase) { return before + SqlNumber(phase) + behind; };
 }
 
-void fillLocationItems(AppContext& context, DataClass& data, ListView& list, const PhaseText& text,
-                       qint16 lpWidth, const KindIcons& icons) {
+void readLocationItems(AppContext& context, DataClass& data, ListView& list, const PhaseText& text,
+                       qint16 lpWidth) {
     data.EcexProcedure(text(0));
     FilleListView(context, list, text(1), QString(), true, true, true, true, lpWidth);
     list.setSorted(true);
     list.setSortKey(0);
-    markRows(list, icons);
+}
+
+void fillLocationItems(AppContext& context, DataClass& data, ListView& list, const PhaseText& text,
+                       qint16 lpWidth) {
+    readLocationItems(context, data, list, text, lpWidth);
+    markRows(list);
 }
 
 QString rowKind(const ListView& list, const ListItem& row) {

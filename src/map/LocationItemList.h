@@ -21,19 +21,18 @@ using PhaseText = std::function<QString(int phase)>;
                                          const LocationAddress& address, const QString& aplication,
                                          const QString& operation = QString());
 
-/// Small icons of the rows by their kind: "A" belongs on the location, "B" is a stranger there.
-struct KindIcons {
-    int kindA = 42;
-    int kindB = 40;
-};
+/// Runs both phases, fills the list with the rows and a running number, and sorts by the text of that number.
+/// A failing statement is reported by the class or module that ran it; what is thrown is for the caller's own
+/// handler.
+void readLocationItems(AppContext& context, DataClass& data, ListView& list, const PhaseText& text,
+                       qint16 lpWidth);
 
-/// Runs both phases, fills the list with the rows and a running number, sorts by that number and gives the
-/// rows their icons. A failing statement is reported by the class or module that ran it; what is thrown is
-/// for the caller's own handler.
+/// The same for the windows that only look, and gives the rows their icons.
 void fillLocationItems(AppContext& context, DataClass& data, ListView& list, const PhaseText& text,
-                       qint16 lpWidth, const KindIcons& icons = {});
+                       qint16 lpWidth);
 
-/// Kind of a row: the visible column before the last.
+/// Kind of a row: "A" belongs on the location, "B" is a stranger there. It is the visible column before the
+/// last.
 [[nodiscard]] QString rowKind(const ListView& list, const ListItem& row);
 
 }  // namespace regalon

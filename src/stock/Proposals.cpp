@@ -1,0 +1,49 @@
+#include "stock/Proposals.h"
+
+#include "common/modSQL.h"
+#include "platform/Convert.h"
+
+namespace regalon {
+
+bool Proposals::ConfirmPropozytionLocation(qint16 UserSign, QString& Message) {
+    return callProcedure("ConfirmPropozytionLocation", QStringLiteral("Kolv_mag_Watch_Prop_Location_Confirm"),
+                         {{"@UserSign", int{UserSign}}}, Message);
+}
+
+bool Proposals::LoadParamFormLocationChange(qint16 ID, qint16 IDCodeBar, ProposalLine& line) {
+    bool found = false;
+    const bool done = trap("LoadParamFormLocationChange", [&] {
+        openRead(QStringLiteral(" select A.ItemCode,A.ItemName,B.BarCode,B.Quantity,B.QuantityAdd"
+                                " from ##Temp_Prop_Location A(nolock) "
+                                " inner join  ##Temp_Prop_Location_BarCode B(nolock)"
+                                " ON A.IDCodeBar = B.IDCodeBar  where ID = ") +
+                 SqlNumber(int{ID}) + QStringLiteral(" AND A.IDCodeBar = ") + SqlNumber(int{IDCodeBar}));
+        if (Recordset.Eof())
+            return;
+        const auto quantity = [this](QAnyStringView column) {
+            return ToDouble(NullToValue(Recordset.Value(column), 0));
+        };
+        line = {.ItemCode = text("ItemCode"),
+                .ItemName = text("ItemName"),
+                .BarCode = text("BarCode"),
+                .Quantity = quantity("Quantity"),
+                .QuantityAdd = quantity("QuantityAdd")};
+        found = true;
+    });
+    if (!done)
+        line = {};
+    return found;
+}
+
+bool Proposals::ChangeLocationOnAddSur(qint16 UserSign, qint16 ID, qint16 IDCodeBar) {
+    bool accepted = false;
+    trap("ChangeLocationOnAddSur", [&] {
+        accepted =
+            callProcedure(QStringLiteral("Kolv_mag_Prop_Location_Change"),
+                          {{"@UserSign", int{UserSign}}, {"@ID", int{ID}}, {"@IDCodeBar", int{IDCodeBar}}})
+                .accepted();
+    });
+    return accepted;
+}
+
+}  // namespace regalon
