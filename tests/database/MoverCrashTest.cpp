@@ -139,6 +139,7 @@ TEST_F(MoverCrash, AfterARestartTheNumberOfAConnectionComesAgainButNotWhatItHadC
     {
         ShiftDesk keeper = desk();
         wishes = prepare(keeper);
+        ASSERT_FALSE(wishes.empty());
         number = keeper.one("SELECT @@SPID");
         hall_.warehouse.killServer();
     }
@@ -149,9 +150,9 @@ TEST_F(MoverCrash, AfterARestartTheNumberOfAConnectionComesAgainButNotWhatItHadC
     EXPECT_LE(keeper.clear(), 0);
     EXPECT_EQ(keeper.chosen(), 0);
     EXPECT_TRUE(keeper.proposals().empty());
-    EXPECT_GT(keeper.move(wishes.front().code, wishes.front().to).value, 0);
+    EXPECT_GT(keeper.move(wishes.at(0).code, wishes.at(0).to).value, 0);
     wishes = prepare(keeper);
-    EXPECT_EQ(keeper.move(wishes.front().code, wishes.front().to).value, 0);
+    EXPECT_EQ(keeper.move(wishes.at(0).code, wishes.at(0).to).value, 0);
 }
 
 }  // namespace regalon::test

@@ -161,9 +161,9 @@ TEST_F(Proposals, TheSourceIsListedLastAndIsO) {
     hall.assign(Source, "A-1");
     desk.take("A-1", Source, "10");
     const auto rows = desk.proposals();
-    EXPECT_EQ(rows.back().address(), Source);
-    EXPECT_EQ(rows.back().status, "O");
-    EXPECT_EQ(rows.back().remark, "Opakowanie już na niej leży");
+    EXPECT_EQ(rows.at(rows.size() - 1).address(), Source);
+    EXPECT_EQ(rows.at(rows.size() - 1).status, "O");
+    EXPECT_EQ(rows.at(rows.size() - 1).remark, "Opakowanie już na niej leży");
 }
 
 TEST_F(Proposals, AFullLocationIsP) {
@@ -294,7 +294,7 @@ TEST_F(Proposals, OneTargetOfEachPackageIsProposedAndRoomIsPromisedOnce) {
     EXPECT_EQ(proposed["10"], Addresses{Target});
     EXPECT_EQ(proposed["11"], Addresses{Target});
     EXPECT_EQ(proposed["12"], Addresses{"1, 3, 1, 1"}) << "two of 400 kg fill a location of 1000";
-    EXPECT_EQ(addresses(desk.proposals(), "12").front(), Target) << "which the user may still tick";
+    EXPECT_EQ(addresses(desk.proposals(), "12").at(0), Target) << "which the user may still tick";
 }
 
 TEST_F(Proposals, OnlyChosenPackagesAreProposed) {
@@ -322,7 +322,7 @@ TEST_F(Proposals, APackageThatHasLeftIsLetGoAndTheUserIsTold) {
     EXPECT_EQ(desk.chosen(), 1);
     const auto rows = desk.proposals();
     ASSERT_FALSE(rows.empty()) << "the other package has its proposals all the same";
-    EXPECT_EQ(rows.front().barCode, "11");
+    EXPECT_EQ(rows.at(0).barCode, "11");
     EXPECT_EQ(desk.confirm().value, 0) << "told once";
 }
 
@@ -414,7 +414,7 @@ TEST_F(Proposals, PlacesSortByTheirNumbers) {
     desk.take("A-1", Source, "10");
     const auto listed = addresses(desk.proposals(2), "10");
     ASSERT_EQ(listed.size(), 29U);
-    EXPECT_EQ(listed.front(), Source);
+    EXPECT_EQ(listed.at(0), Source);
     EXPECT_EQ(listed[27], "1, 10, 1, 1");
     EXPECT_EQ(listed[28], "2, 1, 1, 1");
 }
@@ -470,8 +470,8 @@ TEST_F(Proposals, AnotherLineCanBecomeTheProposedOne) {
     const std::string package = desk.one("SELECT IDCodeBar FROM ##Temp_Prop_Location_BarCode");
     EXPECT_EQ(call(desk.connection(), "Kolv_mag_Prop_Location_Change", "1, 2, " + package).value, 0);
     const auto rows = desk.proposals();
-    EXPECT_EQ(rows[0].remark, "Przypisana do surowca");
-    EXPECT_EQ(rows[1].remark.rfind("Proponowana, ", 0), 0U) << rows[1].remark;
+    EXPECT_EQ(rows.at(0).remark, "Przypisana do surowca");
+    EXPECT_EQ(rows.at(1).remark.rfind("Proponowana, ", 0), 0U) << rows.at(1).remark;
 
     const std::string last = std::to_string(rows.size());
     const Answer answer =
@@ -481,7 +481,7 @@ TEST_F(Proposals, AnotherLineCanBecomeTheProposedOne) {
     ShiftDesk other = hall.desk(2);
     EXPECT_GT(call(other.connection(), "Kolv_mag_Prop_Location_Change", "2, 1, " + package).value, 0)
         << "another user's line";
-    EXPECT_EQ(desk.proposals()[1].remark.rfind("Proponowana, ", 0), 0U);
+    EXPECT_EQ(desk.proposals().at(1).remark.rfind("Proponowana, ", 0), 0U);
 }
 
 TEST_F(Proposals, FiveHundredChosenPackagesHaveEachItsPlaces) {
