@@ -33,10 +33,10 @@ FROM (VALUES
         (1, N'D', N'przypisana do surowca'),
         (2, N'C', N'bez przypisania do surowca'),
         (3, N'P', N'brak miejsca'),
-        (4, N'O', N'opakowanie jest większe lub cięższe, niż lokalizacja dopuszcza'),
-        (5, N'O', N'jednoindeksowa i leży na niej inny surowiec'),
+        (4, N'O', N'opakowanie za duże lub za ciężkie'),
+        (5, N'O', N'jednoindeksowa, leży inny surowiec'),
         (6, N'O', N'przypisana do innego surowca'),
-        (7, N'O', N'przypisana do grupy, do której surowiec nie należy'),
+        (7, N'O', N'grupa nie obejmuje surowca'),
         (8, N'O', N'regał jest wyłączony'),
         (9, N'O', N'opakowanie już na niej leży')
     ) AS V (Verdict, Status, Reason);

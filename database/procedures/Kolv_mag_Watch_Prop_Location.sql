@@ -44,7 +44,7 @@ BEGIN
             P.PercentAfter AS [Po %:650;1],
             P.Status AS [St.:450;2],
             CASE WHEN P.Proposed = N'Y' THEN N'Proponowana, ' + P.Reason
-                ELSE UPPER(LEFT(P.Reason, 1)) + SUBSTRING(P.Reason, 2, 100) END AS [Uwagi:3300;0],
+                ELSE UPPER(LEFT(P.Reason, 1)) + SUBSTRING(P.Reason, 2, 100) END AS [Uwagi:3500;0],
             P.Occupied AS [Z.:400;2]
         FROM ##Temp_Prop_Location AS P
             INNER JOIN ##Temp_Prop_Location_BarCode AS C ON C.IDCodeBar = P.IDCodeBar

@@ -129,9 +129,8 @@ protected:
 
     /// The message without what is different each time.
     static std::string reason(const std::string& line) {
-        for (const char* known :
-             {"brak miejsca", "jednoindeksowa", "przesunął lub wydał", "już na niej leży", "nie jest wybrane",
-              "opakowanie jest większe", "do grupy", "nie ma opakowań"})
+        for (const char* known : {"brak miejsca", "jednoindeksowa", "przesunął lub wydał", "już na niej leży",
+                                  "nie jest wybrane", "za duże", "grupa nie obejmuje", "nie ma opakowań"})
             if (line.find(known) != std::string::npos)
                 return known;
         return line;

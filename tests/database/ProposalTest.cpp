@@ -123,14 +123,14 @@ TEST_F(Proposals, AMonoLocationWithAnotherMaterialIsO) {
     hall.put({.barCode = "10"});
     hall.put({.barCode = "11", .item = "A-2", .address = Target});
     hall.assign(Target, "", 1, 0);
-    expectTarget("O", "Z", "Jednoindeksowa i leży na niej inny surowiec");
+    expectTarget("O", "Z", "Jednoindeksowa, leży inny surowiec");
 }
 
 TEST_F(Proposals, ALocationOfAnotherGroupIsOWhereTheMaterialLiesByMistake) {
     hall.put({.barCode = "10"});
     hall.put({.barCode = "11", .address = Target});
     hall.assign(Target, "", 2, 1);
-    expectTarget("O", "Z", "Przypisana do grupy, do której surowiec nie należy");
+    expectTarget("O", "Z", "Grupa nie obejmuje surowca");
 }
 
 TEST_F(Proposals, ALocationOfAnotherMaterialIsOWhereTheMaterialLiesByMistake) {
@@ -203,7 +203,7 @@ TEST_F(Proposals, APackageThatIsTooLargeIsRefusedEverywhereItDoesNotFit) {
     // may.
     hall.put({.barCode = "10", .length = 2300, .width = 1250, .height = 200});
     hall.assign(Target, "A-1");
-    expectTarget("O", "C", "Opakowanie jest większe lub cięższe, niż lokalizacja dopuszcza");
+    expectTarget("O", "C", "Opakowanie za duże lub za ciężkie");
     EXPECT_EQ(desk.proposal("2, 1, 1, 1").status, "C");
     hall.connection.run("UPDATE Kolv_Mag_BarCode_Sur SET PackWidth = 1251 WHERE BarCode = N'10'");
     ASSERT_EQ(desk.confirm().value, 0);

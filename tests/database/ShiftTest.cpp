@@ -120,13 +120,13 @@ TEST_F(Shift, ALocationThatFilledUpSinceTheProposalIsRefused) {
 TEST_F(Shift, APackageThatIsTooLargeIsRefused) {
     hall.connection.run("UPDATE Kolv_Mag_BarCode_Sur SET PackHeight = 1300");
     desk.take("A-1", Source, "10");
-    expectRefused(Target, "opakowanie jest większe lub cięższe, niż lokalizacja dopuszcza");
+    expectRefused(Target, "opakowanie za duże lub za ciężkie");
 }
 
 TEST_F(Shift, AMonoLocationWithAnotherMaterialIsRefused) {
     hall.put({.barCode = "11", .item = "A-2", .address = Target});
     desk.take("A-1", Source, "10");
-    expectRefused(Target, "jednoindeksowa i leży na niej inny surowiec");
+    expectRefused(Target, "jednoindeksowa, leży inny surowiec");
 }
 
 TEST_F(Shift, ALocationOfAnotherMaterialIsRefused) {
@@ -138,7 +138,7 @@ TEST_F(Shift, ALocationOfAnotherMaterialIsRefused) {
 TEST_F(Shift, ALocationOfAnotherGroupIsRefused) {
     hall.assign(Target, "", 2, 1);
     desk.take("A-1", Source, "10");
-    expectRefused(Target, "przypisana do grupy, do której surowiec nie należy");
+    expectRefused(Target, "grupa nie obejmuje surowca");
 }
 
 TEST_F(Shift, ASwitchedOffStandIsRefusedAsTargetButCanBeCleared) {
