@@ -224,8 +224,8 @@ void clsError::ShowMessage(const QString& text, qint32 flags, const QString& tit
             m_showObject.data(), m_showFunction.toUtf8().constData(), Qt::DirectConnection,
             Q_ARG(QString, text), Q_ARG(int, flags), Q_ARG(QString, title));
         if (!called) {
-            constexpr qint32 noSuchMethod = 438;
-            throw RunTimeError(noSuchMethod, u"The object has no method '%1'."_s.arg(m_showFunction));
+            throw RunTimeError(RunTime::NoSuchMember,
+                               u"The object has no method '%1'."_s.arg(m_showFunction));
         }
     });
 }

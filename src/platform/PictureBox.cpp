@@ -110,19 +110,43 @@ void PictureBox::paintEvent(QPaintEvent* event) {
     if (!m_marks.empty())
         painter.fillRect(event->rect(), Qt::white);
     paintPicture(painter);
-    for (const PictureMark& mark : m_marks) {
-        // A letter may lean out of its cell.
-        const int lean = mark.Text.isEmpty() ? 0 : mark.Area.height();
-        if (mark.Area.adjusted(-lean, 0, lean, 0).intersects(event->rect()))
-            paintMark(painter, mark);
+    for (std::size_t i = 0; i < m_marks.size();) {
+        const PictureMark& mark = m_marks[i];
+        if (mark.Text.isEmpty()) {
+            const std::size_t end = endOfBar(i);
+            paintBar(painter, mark.Area | m_marks[end - 1].Area, mark.Color);
+            i = end;
+        } else {
+            paintText(painter, mark, event->rect());
+            ++i;
+        }
     }
 }
 
-void PictureBox::paintMark(QPainter& painter, const PictureMark& mark) const {
-    if (mark.Text.isEmpty()) {
-        painter.fillRect(mark.Area & rect(), mark.Color);
+std::size_t PictureBox::endOfBar(std::size_t first) const {
+    std::size_t end = first + 1;
+    while (end < m_marks.size() && m_marks[end].Text.isEmpty() &&
+           m_marks[end].Color == m_marks[first].Color &&
+           m_marks[end].Area == m_marks[end - 1].Area.translated(1, 0))
+        ++end;
+    return end;
+}
+
+void PictureBox::paintBar(QPainter& painter, const QRect& bar, const QColor& color) const {
+    const QRect visible = bar & rect();
+    if (visible.isEmpty())
         return;
-    }
+    // Rounded to the pixels of a screen of a broken density, bars would be of wrong widths to a scanner.
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.fillRect(QRectF(visible), color);
+    painter.setRenderHint(QPainter::Antialiasing, false);
+}
+
+void PictureBox::paintText(QPainter& painter, const PictureMark& mark, const QRect& dirty) const {
+    // A letter may lean out of its cell.
+    const int lean = mark.Area.height();
+    if (!mark.Area.adjusted(-lean, 0, lean, 0).intersects(dirty))
+        return;
     painter.setFont(mark.Font);
     painter.setPen(mark.Color);
     painter.drawText(mark.Area.topLeft() + QPoint(0, QFontMetrics(mark.Font).ascent()), mark.Text);

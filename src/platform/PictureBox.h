@@ -65,7 +65,11 @@ protected:
 private:
     void addMark(const QRect& area, const QString& text = QString());
     void paintPicture(QPainter& painter) const;
-    void paintMark(QPainter& painter, const PictureMark& mark) const;
+    /// Behind the lines from `first` on that stand side by side: they are painted as one bar, so that no seam
+    /// shows between them.
+    std::size_t endOfBar(std::size_t first) const;
+    void paintBar(QPainter& painter, const QRect& bar, const QColor& color) const;
+    void paintText(QPainter& painter, const PictureMark& mark, const QRect& dirty) const;
 
     Picture m_picture;
     std::vector<PictureMark> m_marks;

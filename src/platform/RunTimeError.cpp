@@ -42,6 +42,7 @@ const QHash<qint32, QString>& descriptions() {
         {RunTime::CannotUnloadDesignControl, QStringLiteral("Can't unload controls created at design time")},
         {RunTime::InvalidPropertyValue, QStringLiteral("Invalid property value")},
         {RunTime::CannotCreateObject, QStringLiteral("ActiveX component can't create object")},
+        {RunTime::NoSuchMember, QStringLiteral("Object doesn't support this property or method")},
         {RunTime::NamedArgument, QStringLiteral("Named argument not found")},
         {RunTime::InvalidPicture, QStringLiteral("Invalid picture")},
         {RunTime::ItemNotInCollection,

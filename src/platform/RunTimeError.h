@@ -41,6 +41,7 @@ inline constexpr qint32 ObjectAlreadyLoaded = 360;
 inline constexpr qint32 CannotUnloadDesignControl = 362;
 inline constexpr qint32 InvalidPropertyValue = 380;
 inline constexpr qint32 CannotCreateObject = 429;
+inline constexpr qint32 NoSuchMember = 438;
 inline constexpr qint32 NamedArgument = 448;
 inline constexpr qint32 InvalidPicture = 481;
 inline constexpr qint32 ItemNotInCollection = 3265;

@@ -1,0 +1,119 @@
+#include "barcode/clsEan13.h"
+
+#include "barcode/Digit.h"
+#include "barcode/DigitSpread.h"
+#include "barcode/Ean13Patterns.h"
+#include "barcode/SymbolDrawing.h"
+#include "platform/Convert.h"
+#include "platform/FormControl.h"
+#include "platform/MsgBox.h"
+
+#include <QLineEdit>
+
+#include <algorithm>
+#include <cmath>
+
+namespace regalon {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qsizetype codeLength = 13;
+constexpr qsizetype moduleCount = 95;
+constexpr qsizetype halfLength = 6;
+
+constexpr int checkDigitOfFailure = 1;
+
+template <class Body>
+bool trap(const QString& routine, Body&& body) {
+    try {
+        body();
+        return true;
+    } catch (...) {
+        const ErrorRecord error = currentError();
+        MsgBox(QString::number(error.Number) + u' ' + error.Description, MsgFlag::Critical,
+               u' ' + routine + u" clsEan13"_s);
+        return false;
+    }
+}
+
+QStringView pattern(const Ean13::DigitSet& set, QChar digit) {
+    return set[static_cast<std::size_t>(digitValue(digit))];
+}
+
+/// Sum of every second digit, from a position (from 1) down to `lowest`.
+qint64 sumOfDigits(const QString& digits, qsizetype from, qsizetype lowest) {
+    qint64 sum = 0;
+    for (qsizetype position = from; position >= lowest; position -= 2)
+        sum += digitValue(digits[position - 1]);
+    return sum;
+}
+
+/// How much longer the guard bars are than the others, by the number of the module.
+double guardExtension(qsizetype module, qsizetype count) {
+    constexpr double extension = 3;
+    const bool guard =
+        module == 1 || module == 3 || module == 47 || module == 49 || module == count - 2 || module == count;
+    return guard ? extension : 0;
+}
+
+void drawBars(SymbolDrawing& drawing, const QString& modules) {
+    for (qsizetype i = 1; i <= modules.size(); ++i)
+        drawing.module(modules[i - 1] == u'1', guardExtension(i, modules.size()));
+}
+
+void printDigits(SymbolDrawing& drawing, const QString& code, double moduleWidth, int fontSize) {
+    const auto print = [&](qsizetype from, qsizetype count, const DigitSpread& spread) {
+        drawing.print(code.mid(from, count), spread, fontSize, SymbolDrawing::Weight::OfBox);
+    };
+    const double leftStep = ToInt16(std::floor(6 * moduleWidth));
+    print(1, halfLength, {leftStep, -1});
+    print(1 + halfLength, halfLength, {std::floor(7 * moduleWidth), std::floor(43 * moduleWidth)});
+    print(0, 1, {std::floor(moduleWidth), -9});
+}
+
+}  // namespace
+
+QString clsEan13::GetCodeStringEAN13(const QString& strCodeChar) const {
+    const QString code = strCodeChar.left(codeLength);
+    if (code.size() < codeLength || !std::all_of(code.begin(), code.end(), isDigit))
+        return {};
+    const QStringView parity = pattern(Ean13::Parity, code[0]);
+    QString modules;
+    modules.reserve(moduleCount);
+    modules += Ean13::Guard;
+    for (qsizetype i = 1; i <= halfLength; ++i) {
+        const bool inSetA = !parity.isEmpty() && parity[i - 1] == u'N';
+        modules += pattern(inSetA ? Ean13::SetA : Ean13::SetB, code[i]);
+    }
+    modules += Ean13::Middle;
+    for (qsizetype i = 1 + halfLength; i < codeLength; ++i)
+        modules += pattern(Ean13::SetC, code[i]);
+    return modules += Ean13::Guard;
+}
+
+qint32 clsEan13::CalcPriceSumControl(const QString& strCodeChar) const {
+    qint32 checkDigit = checkDigitOfFailure;
+    trap(u"CalcPriceSumControl"_s, [&] {
+        const qsizetype length = strCodeChar.size();
+        const qint64 sum = 3 * sumOfDigits(strCodeChar, length, 2) + sumOfDigits(strCodeChar, length - 1, 1);
+        checkDigit = static_cast<qint32>((10 - sum % 10) % 10);
+    });
+    return checkDigit;
+}
+
+bool clsEan13::PrintCodeEan13(const QWidget* oForm, const QString& strCodeString, double dblBeginX,
+                              double dblBeginY, double dblHeight, double dblWidth, qint16 intFontSize) const {
+    return trap(u"PrintCodeEan13"_s, [&] {
+        const QString checkDigit = QString::number(CalcPriceSumControl(strCodeString));
+        const QString code = strCodeString + checkDigit;
+        SymbolDrawing drawing(oForm, dblBeginX, dblBeginY, dblHeight, dblWidth);
+        drawBars(drawing, GetCodeStringEAN13(code));
+        printDigits(drawing, code, dblWidth, intFontSize);
+        drawing.resizeBox(16.5, 22.5);
+        controlOf<QLineEdit>(oForm, u"txtSumaKontrolana"_s).setText(checkDigit);
+    });
+}
+
+}  // namespace regalon
