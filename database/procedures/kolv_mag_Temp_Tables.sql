@@ -9,6 +9,12 @@
 -- packages of all users, and ID counts the proposed locations of one package.
 DROP PROCEDURE IF EXISTS dbo.kolv_mag_Temp_Tables;
 GO
+-- An update may give them another shape.
+DROP TABLE IF EXISTS ##Temp_Prop_Location;
+DROP TABLE IF EXISTS ##Temp_Prop_Location_BarCode;
+DROP TABLE IF EXISTS ##Temp_mag_PurchesOrders_GiveOut;
+DROP TABLE IF EXISTS ##Temp_mag_ItemCode_GiveOut;
+GO
 CREATE PROCEDURE dbo.kolv_mag_Temp_Tables
 AS
 BEGIN

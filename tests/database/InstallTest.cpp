@@ -61,6 +61,16 @@ TEST(Install, RunningEverythingAgainGivesTheSameDatabase) {
         ASSERT_EQ(after[i], before[i]);
 }
 
+TEST(Install, AnUpdateReplacesTheGlobalTablesOfSessionsThatRun) {
+    const Warehouse warehouse(Warehouse::Content::Schema);
+    auto running = warehouse.connect();
+    running.run("CREATE TABLE ##Temp_Prop_Location (ID int)");
+    auto connection = warehouse.connect();
+    install(connection, "install.list");
+    EXPECT_EQ(running.run("exec Kolv_mag_Watch_Prop_Location 1,N'P',N'S',1,NULL").size(), 0U);
+    EXPECT_EQ(running.run("SELECT COUNT(Place) FROM ##Temp_Prop_Location").whole(0), 0);
+}
+
 TEST(Install, TheSchemaAloneHasEverythingButRows) {
     const Warehouse warehouse(Warehouse::Content::Schema);
     auto connection = warehouse.connect();
