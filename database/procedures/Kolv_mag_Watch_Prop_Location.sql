@@ -63,6 +63,9 @@ BEGIN
     BEGIN CATCH
         IF @@TRANCOUNT > 0
             ROLLBACK TRANSACTION;
+        -- Nobody reads the message of a list: the client shows an error of its own.
+        IF @Mode <> 0
+            THROW;
         SET @ErrDesc = LEFT(N'Błąd odczytu proponowanych lokalizacji: ' + ERROR_MESSAGE(), 250);
         RETURN 1;
     END CATCH

@@ -362,6 +362,11 @@ TEST_F(Proposals, AMessageWithACommaIsOneTextInTheDisplayAndSixArgumentsAreRefus
     }
 }
 
+TEST_F(Proposals, AListThatCannotBeReadIsAnErrorAndNoEmptyList) {
+    desk.run("DROP TABLE IF EXISTS ##Temp_Prop_Location; CREATE TABLE ##Temp_Prop_Location (ID int)");
+    EXPECT_THROW(desk.proposalRows(), SqlFailure);
+}
+
 TEST_F(Proposals, GoodsOutConfirmsWithTheUserAlone) {
     hall.put({.barCode = "10"});
     ASSERT_EQ(desk.stage("A-1", Source).value, 0);
