@@ -1,5 +1,7 @@
 #pragma once
 
+#include "barcode/Pattern.h"
+
 #include <QStringView>
 
 #include <array>
@@ -9,7 +11,7 @@ namespace regalon {
 /// The patterns of EAN-13, one character a module: 1 is a bar. Rows are digits.
 namespace Ean13 {
 
-using DigitSet = std::array<QStringView, 10>;
+using DigitSet = std::array<Pattern<7>, 10>;
 
 inline constexpr DigitSet SetA = {u"0001101", u"0011001", u"0010011", u"0111101", u"0100011",
                                   u"0110001", u"0101111", u"0111011", u"0110111", u"0001011"};
@@ -18,12 +20,21 @@ inline constexpr DigitSet SetB = {u"0100111", u"0110011", u"0011011", u"0100001"
 inline constexpr DigitSet SetC = {u"1110010", u"1100110", u"1101100", u"1000010", u"1011100",
                                   u"1001110", u"1010000", u"1000100", u"1001000", u"1110100"};
 
-inline constexpr QStringView Guard = u"101";
-inline constexpr QStringView Middle = u"01010";
+inline constexpr Pattern<3> Guard = u"101";
+inline constexpr Pattern<5> Middle = u"01010";
 
 /// Sets of the left digits by the first digit: N is set A, P is set B. Codes begin with 5 or 7 here; no other
 /// row is set.
-inline constexpr DigitSet Parity = {u"", u"", u"", u"", u"", u"NPPNNP", u"", u"NPNPNP", u"", u""};
+constexpr QStringView parity(int firstDigit) {
+    switch (firstDigit) {
+        case 5:
+            return u"NPPNNP";
+        case 7:
+            return u"NPNPNP";
+        default:
+            return {};
+    }
+}
 
 }  // namespace Ean13
 }  // namespace regalon

@@ -17,6 +17,7 @@ constexpr int firstCharacter = 32;
 constexpr int checkModulus = 103;
 constexpr int startValueB = 104;
 constexpr qsizetype patternLength = 6;
+constexpr qsizetype stopLength = 7;
 
 template <class Body>
 bool trap(const QString& routine, Body&& body) {
@@ -32,39 +33,45 @@ bool trap(const QString& routine, Body&& body) {
 }
 
 /// Room for the patterns of `symbols` and of start, check and stop.
-QString emptyWidths(qsizetype symbols) {
-    QString widths;
-    widths.reserve(patternLength * (symbols + 2) + Code128::Stop.size());
-    return widths;
+QString roomFor(qsizetype symbols) {
+    return QString(patternLength * (symbols + 2) + stopLength, Qt::Uninitialized);
 }
 
 QString widthsInSetC(const QString& code) {
     const QString digits = code.size() % 2 == 0 ? code : u'0' + code;
-    QString widths = emptyWidths(digits.size() / 2);
-    widths += Code128::setC(Code128::StartC);
+    QString widths = roomFor(digits.size() / 2);
+    QChar* out = write(widths.data(), Code128::setC(Code128::StartC));
     qint64 sum = Code128::StartC;
     for (qsizetype i = 0; i < digits.size(); i += 2) {
         const int value = 10 * digitValue(digits[i]) + digitValue(digits[i + 1]);
-        widths += Code128::setC(value);
+        out = write(out, Code128::setC(value));
         sum += value * (i / 2 + 1);
     }
-    widths += Code128::setC(static_cast<int>(sum % checkModulus));
-    return widths += Code128::Stop;
+    out = write(out, Code128::setC(static_cast<int>(sum % checkModulus)));
+    write(out, Code128::Stop);
+    return widths;
+}
+
+QChar* writeInSetB(QChar* out, int index) {
+    const Code128::Widths* const pattern = Code128::setB(index);
+    return pattern == nullptr ? out : write(out, *pattern);
 }
 
 QString widthsInSetB(const QString& text) {
     const QByteArray codes = CodePage::fromText(text);
-    QString widths = emptyWidths(codes.size());
-    widths += Code128::setB(Code128::StartB);
+    QString widths = roomFor(codes.size());
+    QChar* out = writeInSetB(widths.data(), Code128::StartB);
     qint64 sum = startValueB;
     for (qsizetype i = 0; i < codes.size(); ++i) {
         const int code = static_cast<unsigned char>(codes[i]);
-        widths += Code128::setB(code);
+        out = writeInSetB(out, code);
         sum += (code - firstCharacter) * (i + 1);
     }
     // Control characters can make the sum negative. The remainder keeps the sign, and no pattern lies there.
-    widths += Code128::setB(static_cast<int>(sum % checkModulus) + firstCharacter);
-    return widths += Code128::Stop;
+    out = writeInSetB(out, static_cast<int>(sum % checkModulus) + firstCharacter);
+    out = write(out, Code128::Stop);
+    widths.truncate(out - widths.constData());
+    return widths;
 }
 
 void drawBars(SymbolDrawing& drawing, const QString& widths) {

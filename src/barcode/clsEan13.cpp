@@ -38,16 +38,13 @@ bool trap(const QString& routine, Body&& body) {
     }
 }
 
-QStringView pattern(const Ean13::DigitSet& set, QChar digit) {
-    return set[static_cast<std::size_t>(digitValue(digit))];
+/// True for a text that begins with the digits of a whole code.
+bool isCode(const QString& text) {
+    return text.size() >= codeLength && std::all_of(text.begin(), text.begin() + codeLength, isDigit);
 }
 
-/// Sum of every second digit, from a position (from 1) down to `lowest`.
-qint64 sumOfDigits(const QString& digits, qsizetype from, qsizetype lowest) {
-    qint64 sum = 0;
-    for (qsizetype position = from; position >= lowest; position -= 2)
-        sum += digitValue(digits[position - 1]);
-    return sum;
+const Pattern<7>& pattern(const Ean13::DigitSet& set, QChar digit) {
+    return set[digit.unicode() - u'0'];
 }
 
 /// How much longer the guard bars are than the others, by the number of the module.
@@ -76,28 +73,30 @@ void printDigits(SymbolDrawing& drawing, const QString& code, double moduleWidth
 }  // namespace
 
 QString clsEan13::GetCodeStringEAN13(const QString& strCodeChar) const {
-    const QString code = strCodeChar.left(codeLength);
-    if (code.size() < codeLength || !std::all_of(code.begin(), code.end(), isDigit))
+    if (!isCode(strCodeChar))
         return {};
-    const QStringView parity = pattern(Ean13::Parity, code[0]);
-    QString modules;
-    modules.reserve(moduleCount);
-    modules += Ean13::Guard;
+    const QStringView parity = Ean13::parity(digitValue(strCodeChar[0]));
+    QString modules(moduleCount, Qt::Uninitialized);
+    QChar* out = write(modules.data(), Ean13::Guard);
     for (qsizetype i = 1; i <= halfLength; ++i) {
         const bool inSetA = !parity.isEmpty() && parity[i - 1] == u'N';
-        modules += pattern(inSetA ? Ean13::SetA : Ean13::SetB, code[i]);
+        out = write(out, pattern(inSetA ? Ean13::SetA : Ean13::SetB, strCodeChar[i]));
     }
-    modules += Ean13::Middle;
+    out = write(out, Ean13::Middle);
     for (qsizetype i = 1 + halfLength; i < codeLength; ++i)
-        modules += pattern(Ean13::SetC, code[i]);
-    return modules += Ean13::Guard;
+        out = write(out, pattern(Ean13::SetC, strCodeChar[i]));
+    write(out, Ean13::Guard);
+    return modules;
 }
 
 qint32 clsEan13::CalcPriceSumControl(const QString& strCodeChar) const {
     qint32 checkDigit = checkDigitOfFailure;
     trap(u"CalcPriceSumControl"_s, [&] {
-        const qsizetype length = strCodeChar.size();
-        const qint64 sum = 3 * sumOfDigits(strCodeChar, length, 2) + sumOfDigits(strCodeChar, length - 1, 1);
+        // By pairs from the end, of which the second digit counts three times. The first of an odd number has
+        // no partner and is left out.
+        qint64 sum = 0;
+        for (qsizetype i = strCodeChar.size() - 1; i >= 1; i -= 2)
+            sum += 3 * digitValue(strCodeChar[i]) + digitValue(strCodeChar[i - 1]);
         checkDigit = static_cast<qint32>((10 - sum % 10) % 10);
     });
     return checkDigit;

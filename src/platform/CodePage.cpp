@@ -20,6 +20,21 @@ struct Table {
     QString name;
     std::array<QChar, 256> characters;
     QHash<QChar, int> codes;
+    /// The codes of the first 256 characters, which most texts are made of.
+    std::array<unsigned char, 256> codesOfFirst;
+
+    /// To be called when the characters are complete.
+    void makeCodes() {
+        for (int code = 255; code >= 0; --code)
+            codes.insert(characters[static_cast<std::size_t>(code)], code);
+        for (std::size_t i = 0; i < codesOfFirst.size(); ++i)
+            codesOfFirst[i] =
+                static_cast<unsigned char>(codes.value(QChar(static_cast<ushort>(i)), QuestionMark));
+    }
+    int codeOf(QChar character) const {
+        const char16_t unit = character.unicode();
+        return unit < codesOfFirst.size() ? codesOfFirst[unit] : codes.value(character, QuestionMark);
+    }
 };
 
 class Converter {
@@ -69,18 +84,16 @@ std::optional<Table> readTable(const QString& name) {
         const bool undefined = character->isNull() && code != 0;
         table.characters[static_cast<std::size_t>(code)] = undefined ? QChar(code) : *character;
     }
-    for (int code = 255; code >= 0; --code)
-        table.codes.insert(table.characters[static_cast<std::size_t>(code)], code);
+    table.makeCodes();
     return table;
 }
 
 Table plainTable() {
     Table table;
     table.name = QStringLiteral("ISO-8859-1");
-    for (int code = 0; code < 256; ++code) {
+    for (int code = 0; code < 256; ++code)
         table.characters[static_cast<std::size_t>(code)] = QChar(code);
-        table.codes.insert(QChar(code), code);
-    }
+    table.makeCodes();
     return table;
 }
 
@@ -110,14 +123,16 @@ bool isKnown(const QString& name) {
 }
 
 QByteArray fromText(const QString& text) {
-    QByteArray bytes;
-    bytes.reserve(text.size());
+    const Table& table = current();
+    QByteArray bytes(text.size(), Qt::Uninitialized);
+    char* end = bytes.data();
     for (qsizetype i = 0; i < text.size(); ++i) {
-        bytes.append(static_cast<char>(codeOf(text[i])));
+        *end++ = static_cast<char>(table.codeOf(text[i]));
         // A character of two UTF-16 units is one "?", as the system's own conversion writes it.
         if (text[i].isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate())
             ++i;
     }
+    bytes.truncate(end - bytes.constData());
     return bytes;
 }
 
@@ -130,7 +145,7 @@ QString toText(const QByteArray& bytes) {
 }
 
 int codeOf(QChar character) {
-    return current().codes.value(character, QuestionMark);
+    return current().codeOf(character);
 }
 
 QChar charOf(int code) {
