@@ -12,6 +12,8 @@ CREATE PROCEDURE dbo.Kolv_mag_Param_Location
 AS
 BEGIN
     SET NOCOUNT ON;
+    -- Figures to look at need not wait for those who move something now, nor they for them.
+    SET TRANSACTION ISOLATION LEVEL READ UNCOMMITTED;
 
     DECLARE @QuantityLocation decimal(19, 2);
     DECLARE @QuantityBufor decimal(19, 2);

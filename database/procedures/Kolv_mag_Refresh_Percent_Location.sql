@@ -1,8 +1,8 @@
 -- Brings fill and icon of every location up to date with the packages that lie on it. With @RefreshLinePercent N'Y'
 -- the share of each package is recomputed as well. Only rows that change are written, and plans which refresh all day
--- lock nothing while all is right. What is wrong is computed again under the lock that movers of packages take first, so
--- that a fill of a moment ago is not written over theirs. A failure is undone and raised again: clients do not read the
--- return value.
+-- neither lock nor wait while all is right. What is wrong is computed again under the lock that movers of packages take
+-- first, so that a fill of a moment ago is not written over theirs. A failure is undone and raised again: clients do not
+-- read the return value.
 DROP PROCEDURE IF EXISTS dbo.Kolv_mag_Refresh_Percent_Location;
 GO
 CREATE PROCEDURE dbo.Kolv_mag_Refresh_Percent_Location
@@ -10,6 +10,8 @@ CREATE PROCEDURE dbo.Kolv_mag_Refresh_Percent_Location
 AS
 BEGIN
     SET NOCOUNT ON;
+    SET XACT_ABORT ON;
+    SET TRANSACTION ISOLATION LEVEL READ UNCOMMITTED;
 
     BEGIN TRY
         DECLARE @Stands int;
@@ -38,6 +40,7 @@ BEGIN
         IF NOT EXISTS (SELECT 1 FROM #Fill) AND NOT EXISTS (SELECT 1 FROM #Share)
             RETURN 0;
 
+        SET TRANSACTION ISOLATION LEVEL READ COMMITTED;
         BEGIN TRANSACTION;
         SELECT @Stands = COUNT(*) FROM dbo.kolv_mag_Stand WITH (UPDLOCK, HOLDLOCK);
         UPDATE L

@@ -22,6 +22,7 @@ CREATE PROCEDURE dbo.kolv_mag_AddBookstand
 AS
 BEGIN
     SET NOCOUNT ON;
+    SET XACT_ABORT ON;
     SET @ErrDesc = N'';
 
     BEGIN TRY

@@ -14,6 +14,7 @@ CREATE PROCEDURE dbo.kolv_mag_Add_Sur_On_Group
 AS
 BEGIN
     SET NOCOUNT ON;
+    SET XACT_ABORT ON;
     SET @ErrDesc = N'';
 
     BEGIN TRY

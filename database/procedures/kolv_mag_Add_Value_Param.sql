@@ -20,6 +20,7 @@ CREATE PROCEDURE dbo.kolv_mag_Add_Value_Param
 AS
 BEGIN
     SET NOCOUNT ON;
+    SET XACT_ABORT ON;
     SET @ErrDesc = N'';
 
     BEGIN TRY
@@ -30,6 +31,7 @@ BEGIN
         DECLARE @Padding int;
         DECLARE @Value nvarchar(max);
         DECLARE @Sql nvarchar(1000);
+        DECLARE @Stands int;
 
         SELECT @Column = name
         FROM sys.columns
@@ -81,6 +83,9 @@ BEGIN
             RETURN 1;
 
         BEGIN TRANSACTION;
+        -- The lock that every writer of the layout takes first: the fills of the shelf follow from this value, and a
+        -- mover that holds them must not wait for it.
+        SELECT @Stands = COUNT(*) FROM dbo.kolv_mag_Stand WITH (UPDLOCK, HOLDLOCK);
         IF NOT EXISTS (SELECT 1 FROM dbo.kolv_mag_Location WITH (UPDLOCK, HOLDLOCK)
                 WHERE Rank = @Rank AND Stand = @Stand AND Shelf = @Shelf AND Location = @Location)
         BEGIN

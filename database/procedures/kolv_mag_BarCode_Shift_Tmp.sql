@@ -21,7 +21,12 @@ BEGIN
     SET @ErrDesc = N'';
 
     BEGIN TRY
+        DECLARE @Stands int;
+
         BEGIN TRANSACTION;
+        -- The lock of the movers. A mover changes a package and then its entry in the index of places; whoever reads
+        -- the other way, from the place to the package, would wait for the mover and the mover for him.
+        SELECT @Stands = COUNT(*) FROM dbo.kolv_mag_Stand WITH (UPDLOCK, HOLDLOCK);
         DELETE T
         FROM dbo.Kolv_Mag_BarCode_Input_Sur_tym AS T
         WHERE T.SPID = -@@SPID AND T.HostName = HOST_NAME() AND T.UserSign = @UserSign

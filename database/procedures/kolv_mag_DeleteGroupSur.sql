@@ -6,6 +6,7 @@ CREATE PROCEDURE dbo.kolv_mag_DeleteGroupSur
 AS
 BEGIN
     SET NOCOUNT ON;
+    SET XACT_ABORT ON;
 
     BEGIN TRY
         DECLARE @Refused int;

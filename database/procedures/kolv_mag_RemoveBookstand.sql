@@ -8,6 +8,7 @@ CREATE PROCEDURE dbo.kolv_mag_RemoveBookstand
 AS
 BEGIN
     SET NOCOUNT ON;
+    SET XACT_ABORT ON;
     SET @ErrDesc = N'';
 
     BEGIN TRY

@@ -11,10 +11,15 @@ CREATE PROCEDURE dbo.kolv_mag_SaveLocationID
 AS
 BEGIN
     SET NOCOUNT ON;
+    SET XACT_ABORT ON;
     SET @ErrDesc = N'';
 
     BEGIN TRY
+        DECLARE @Stands int;
+
         BEGIN TRANSACTION;
+        -- The lock that every writer of the layout takes first.
+        SELECT @Stands = COUNT(*) FROM dbo.kolv_mag_Stand WITH (UPDLOCK, HOLDLOCK);
         UPDATE dbo.kolv_mag_Location
         SET LocationName = @LolcationID
         WHERE Rank = @Rank AND Stand = @Stand AND Shelf = @Shelf AND Location = @Location;

@@ -11,10 +11,12 @@ CREATE PROCEDURE dbo.kolv_mag_SaveLocationIDTab
 AS
 BEGIN
     SET NOCOUNT ON;
+    SET XACT_ABORT ON;
     SET @ErrDesc = N'';
 
     BEGIN TRY
         DECLARE @Wrong nvarchar(100);
+        DECLARE @Stands int;
 
         CREATE TABLE #Name (LocationName nvarchar(4000) COLLATE DATABASE_DEFAULT NOT NULL);
         INSERT INTO #Name (LocationName)
@@ -58,6 +60,8 @@ BEGIN
         ) AS D;
 
         BEGIN TRANSACTION;
+        -- The lock that every writer of the layout takes first: a mover takes locations in another order than this does.
+        SELECT @Stands = COUNT(*) FROM dbo.kolv_mag_Stand WITH (UPDLOCK, HOLDLOCK);
         UPDATE L
         SET L.LocationName = A.LocationName
         FROM dbo.kolv_mag_Location AS L

@@ -11,6 +11,7 @@ CREATE PROCEDURE dbo.kolv_mag_Save_Group_Sur
 AS
 BEGIN
     SET NOCOUNT ON;
+    SET XACT_ABORT ON;
     SET @ErrDesc = N'';
 
     BEGIN TRY

@@ -14,15 +14,19 @@ CREATE PROCEDURE dbo.kolv_mag_Save_Sur_Location
 AS
 BEGIN
     SET NOCOUNT ON;
+    SET XACT_ABORT ON;
     SET @ErrDesc = N'';
 
     BEGIN TRY
         DECLARE @Code nvarchar(20);
         DECLARE @ItemName nvarchar(100) = N'';
+        DECLARE @Stands int;
 
         SET @GroupSur = ISNULL(@GroupSur, 0);
 
         BEGIN TRANSACTION;
+        -- The lock that every writer of the layout takes first.
+        SELECT @Stands = COUNT(*) FROM dbo.kolv_mag_Stand WITH (UPDLOCK, HOLDLOCK);
         IF ISNULL(@ItemCode, N'') IN (N'', N'0')
             SET @Code = N'';
         ELSE

@@ -3,6 +3,9 @@
 -- Everything is judged under the lock that whoever changes the stands takes first, kolv_mag_AddBookstand as well: one
 -- package moves at a time. So two movers neither overfill a location nor wait for each other in a circle, and a move
 -- is short. The package itself changes only if it still lies where it was staged.
+--
+-- What it says is final, so it does not work inside a transaction that somebody has left open: its COMMIT would only
+-- count that one down, the locks would stay, and a later ROLLBACK would take back a move that the user saw made.
 DROP PROCEDURE IF EXISTS dbo.kolv_mag_Shift_Location_BarCode;
 GO
 CREATE PROCEDURE dbo.kolv_mag_Shift_Location_BarCode
@@ -32,6 +35,12 @@ BEGIN
         DECLARE @Stands int;
         DECLARE @Moved int = 0;
 
+        IF @@TRANCOUNT > 0
+        BEGIN
+            SET @ErrDesc = N'Opakowanie „' + ISNULL(@BarCode, N'') + N'” nie zostało przesunięte: połączenie z bazą ma '
+                + N'niezakończoną operację. Uruchom program ponownie.';
+            RETURN 1;
+        END
         SELECT @FromRank = Rank, @FromStand = Stand, @FromShelf = Shelf, @FromLocation = Location
         FROM dbo.Kolv_Mag_BarCode_Input_Sur_tym
         WHERE SPID = -@@SPID AND HostName = HOST_NAME() AND UserSign = @UserSign AND Aplication = @Aplication

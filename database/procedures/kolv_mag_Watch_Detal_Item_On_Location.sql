@@ -15,6 +15,8 @@ CREATE PROCEDURE dbo.kolv_mag_Watch_Detal_Item_On_Location
 AS
 BEGIN
     SET NOCOUNT ON;
+    -- A list need not wait for those who move something now, nor they for it.
+    SET TRANSACTION ISOLATION LEVEL READ UNCOMMITTED;
     IF @Phase <> 1
         RETURN 0;
 

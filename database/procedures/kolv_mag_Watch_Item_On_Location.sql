@@ -3,8 +3,10 @@
 -- are asked for, so phase 0 has nothing to prepare.
 -- The client counts columns from the end: the code of the material is the last, before it stand A for a material that
 -- belongs on the location or B for a stranger, the quantity, and 1 where several materials may lie (0 lets the client
--- tick a row by itself). A quantity that is there does not round to 0, since what has none cannot be moved. Nothing visible or hidden may come behind the code. The widths fill the list of the stand
--- detail, 7785 twips inside its frame with the 700 of the row numbers; the name takes what the others can spare.
+-- tick a row by itself). Nothing visible or hidden may come behind the code.
+-- A quantity that is there does not round to 0, since what has none cannot be moved.
+-- The widths fill the list of the stand detail, 7785 twips inside its frame with the 700 of the row numbers; the name
+-- takes what the others can spare.
 DROP PROCEDURE IF EXISTS dbo.kolv_mag_Watch_Item_On_Location;
 GO
 CREATE PROCEDURE dbo.kolv_mag_Watch_Item_On_Location
@@ -19,6 +21,8 @@ CREATE PROCEDURE dbo.kolv_mag_Watch_Item_On_Location
 AS
 BEGIN
     SET NOCOUNT ON;
+    -- A list need not wait for those who move something now, nor they for it.
+    SET TRANSACTION ISOLATION LEVEL READ UNCOMMITTED;
     IF @Phase <> 1
         RETURN 0;
 

@@ -161,6 +161,45 @@ TEST(Install, ScriptsKeepToTheGroundThatEveryServerShares) {
             }
 }
 
+// A client that gives up waiting leaves its transaction open on a server without this setting, and everything
+// that it does afterwards is undone when it leaves.
+TEST(Install, EveryProcedureWithATransactionUndoesItWhenTheCallIsCutOff) {
+    const std::regex begins(R"(\bBEGIN\s+TRAN)", std::regex::icase);
+    const std::regex set(R"(\bSET\s+XACT_ABORT\s+ON\b[\s\S]*?\bBEGIN\s+TRAN)", std::regex::icase);
+    int found = 0;
+    for (const auto& script : scriptsOf("install.list"))
+        for (const std::string& batch : batchesOf(script)) {
+            const std::string sql = withoutComments(batch);
+            if (!std::regex_search(sql, begins))
+                continue;
+            ++found;
+            EXPECT_TRUE(std::regex_search(sql, set)) << script;
+        }
+    EXPECT_GE(found, 13);
+}
+
+// Writers that take their locks in one order never wait for each other in a circle.
+TEST(Install, EveryTransactionOnTheLayoutTakesTheLockOfTheStandsFirst) {
+    const std::regex begins(R"(\bBEGIN\s+TRANSACTION;)", std::regex::icase);
+    const std::regex layout(R"(\bdbo\.(kolv_mag_Stand|kolv_mag_Location|kolv_mag_Refresh_Percent_Shelf)\b)");
+    const std::regex lock(
+        R"(^\s*SELECT @Stands = COUNT\(\*\) FROM dbo\.kolv_mag_Stand WITH \(UPDLOCK, HOLDLOCK\);)");
+    int found = 0;
+    for (const auto& script : scriptsOf("install.list"))
+        for (const std::string& batch : batchesOf(script)) {
+            const std::string sql = withoutComments(batch);
+            std::smatch start;
+            if (!std::regex_search(sql, start, begins))
+                continue;
+            const std::string inside = start.suffix();
+            if (!std::regex_search(inside, layout))
+                continue;
+            ++found;
+            EXPECT_TRUE(std::regex_search(inside, lock)) << script;
+        }
+    EXPECT_GE(found, 9);
+}
+
 TEST(Install, EveryProcedureHasAFileOfItsNameAndIsInstalled) {
     const std::filesystem::path room = std::filesystem::path(REGALON_SOURCE_DIR) / "database";
     const auto listed = scriptsOf("install.list");

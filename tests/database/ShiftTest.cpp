@@ -220,6 +220,15 @@ TEST_F(Shift, AFailureInTheMiddleUndoesTheWholeMove) {
     EXPECT_EQ(desk.move("10", Target).value, 0);
 }
 
+TEST_F(Shift, AMoveInsideATransactionThatSomebodyHasLeftOpenIsRefused) {
+    desk.take("A-1", Source, "10");
+    desk.run("BEGIN TRANSACTION");
+    expectRefused(Target, "połączenie z bazą ma niezakończoną operację");
+    EXPECT_EQ(desk.one("SELECT @@TRANCOUNT"), "1") << "the transaction is its owner's";
+    desk.run("ROLLBACK TRANSACTION");
+    EXPECT_EQ(desk.move("10", Target).value, 0);
+}
+
 TEST_F(Shift, TheLastShelfOfAStandIsNotTakenFromUnderAMovedPackage) {
     desk.take("A-1", Source, "10");
     ASSERT_EQ(desk.move("10", "2, 1, 1, 1").value, 0);
