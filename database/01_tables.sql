@@ -224,7 +224,7 @@ GO
 -- LineGrd is -1 once the user has chosen the package. The address is where the package lay when it was staged: a package
 -- that lies elsewhere by now has been moved by somebody else. It is NULL for a package that has no place yet.
 CREATE TABLE dbo.Kolv_Mag_BarCode_Input_Sur_tym (
-    ID         int IDENTITY(1, 1) NOT NULL PRIMARY KEY,
+    ID         int IDENTITY(1, 1) NOT NULL PRIMARY KEY NONCLUSTERED,
     HostName   nvarchar(128)  NULL,
     SPID       int            NOT NULL,
     UserSign   smallint       NULL,
@@ -245,12 +245,14 @@ CREATE TABLE dbo.Kolv_Mag_BarCode_Input_Sur_tym (
     Location   smallint       NULL,
     StageDate  datetime       NULL
 );
-CREATE UNIQUE INDEX IX_Kolv_Mag_BarCode_Input_Sur_tym
+-- The rows stand in the order of their keys, so that two clients who stage at once never come across each other's rows
+-- and their locks.
+CREATE UNIQUE CLUSTERED INDEX IX_Kolv_Mag_BarCode_Input_Sur_tym
     ON dbo.Kolv_Mag_BarCode_Input_Sur_tym (SPID, HostName, UserSign, Aplication, Operation, BarCode);
 
 -- Packages that a client has taken in hand to give them out, under the same key.
 CREATE TABLE dbo.Kolv_Mag_BarCode_Output_Sur_tym (
-    ID           int IDENTITY(1, 1) NOT NULL PRIMARY KEY,
+    ID           int IDENTITY(1, 1) NOT NULL PRIMARY KEY NONCLUSTERED,
     HostName     nvarchar(128)  NULL,
     SPID         int            NOT NULL,
     UserSign     smallint       NULL,
@@ -265,8 +267,9 @@ CREATE TABLE dbo.Kolv_Mag_BarCode_Output_Sur_tym (
     PropOrOut    nvarchar(10)   NULL,
     StageDate    datetime       NULL
 );
-CREATE INDEX IX_Kolv_Mag_BarCode_Output_Sur_tym
-    ON dbo.Kolv_Mag_BarCode_Output_Sur_tym (SPID, HostName, UserSign);
+-- A line may stand here before its package is known: the number makes the key unique.
+CREATE UNIQUE CLUSTERED INDEX IX_Kolv_Mag_BarCode_Output_Sur_tym
+    ON dbo.Kolv_Mag_BarCode_Output_Sur_tym (SPID, HostName, UserSign, Aplication, BarCode, ID);
 GO
 
 -- ---------------------------------------------------------------- helper

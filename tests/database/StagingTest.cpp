@@ -257,6 +257,23 @@ TEST_F(Staging, TheGlobalTablesAreMadeByWhoeverNeedsThemFirst) {
     }
 }
 
+TEST_F(Staging, StagedRowsStandInTheOrderOfTheirKeySoThatTwoClientsLockNothingOfEachOther) {
+    for (const char* table : {"Kolv_Mag_BarCode_Input_Sur_tym", "Kolv_Mag_BarCode_Output_Sur_tym"}) {
+        const std::string of = std::string(" FROM sys.indexes WHERE object_id = OBJECT_ID(N'dbo.") + table +
+                               "') AND type_desc = N'CLUSTERED'";
+        EXPECT_EQ(hall.one("SELECT name" + of), std::string("IX_") + table);
+        EXPECT_EQ(hall.one("SELECT is_unique" + of), "1") << table;
+    }
+    const Rows columns = hall.connection.run(
+        "SELECT COL_NAME(C.object_id, C.column_id) FROM sys.index_columns AS C INNER JOIN sys.indexes AS I "
+        "ON I.object_id = C.object_id AND I.index_id = C.index_id WHERE I.name = "
+        "N'IX_Kolv_Mag_BarCode_Input_Sur_tym' ORDER BY C.key_ordinal");
+    const Codes expected{"SPID", "HostName", "UserSign", "Aplication", "Operation", "BarCode"};
+    ASSERT_EQ(columns.size(), expected.size());
+    for (std::size_t i = 0; i < expected.size(); ++i)
+        EXPECT_EQ(columns.text(i), expected[i]);
+}
+
 TEST_F(Staging, ManySessionsMayMakeTheGlobalTablesAtOnce) {
     std::vector<std::thread> threads;
     std::atomic<int> good{0};
