@@ -23,11 +23,13 @@ BEGIN
 
     BEGIN TRY
         EXEC dbo.kolv_mag_Temp_Tables;
-        -- The tables may have gone with the session that made them.
+        -- Either table may have gone with the session that made it.
         IF EXISTS (SELECT 1 FROM dbo.Kolv_Mag_BarCode_Input_Sur_tym AS T
                 WHERE T.SPID = -@@SPID AND T.HostName = HOST_NAME() AND T.UserSign = @UserSign
                     AND T.Aplication = @Aplication AND T.Operation = @Operation AND T.YearCode = YEAR(GETDATE())
                     AND T.LineGrd = -1 AND NOT EXISTS (SELECT 1 FROM ##Temp_Prop_Location_BarCode AS C
+                            INNER JOIN ##Temp_Prop_Location AS P ON P.IDCodeBar = C.IDCodeBar AND P.SPID = C.SPID
+                                AND P.HostName = C.HostName AND P.UserSign = C.UserSign
                         WHERE C.SPID = T.SPID AND C.HostName = T.HostName AND C.UserSign = T.UserSign
                             AND C.Aplication = T.Aplication AND C.Operation = T.Operation AND C.BarCode = T.BarCode))
             EXEC dbo.kolv_mag_Prop_Location_Make @UserSign, @Aplication, @Operation;
@@ -47,7 +49,9 @@ BEGIN
                 ELSE UPPER(LEFT(P.Reason, 1)) + SUBSTRING(P.Reason, 2, 100) END AS [Uwagi:3500;0],
             P.Occupied AS [Z.:400;2]
         FROM ##Temp_Prop_Location AS P
-            INNER JOIN ##Temp_Prop_Location_BarCode AS C ON C.IDCodeBar = P.IDCodeBar
+            INNER JOIN ##Temp_Prop_Location_BarCode AS C ON C.IDCodeBar = P.IDCodeBar AND C.SPID = P.SPID
+                AND C.HostName = P.HostName AND C.UserSign = P.UserSign AND C.Aplication = P.Aplication
+                AND C.Operation = P.Operation
         WHERE C.SPID = -@@SPID AND C.HostName = HOST_NAME() AND C.UserSign = @UserSign AND C.Aplication = @Aplication
             AND C.Operation = @Operation
         -- A place sorts by its numbers, not by its text: A 2-1-1 before A 10-1-1.

@@ -95,16 +95,17 @@ BEGIN
     SELECT @Most = CASE WHEN COUNT(*) > 500 THEN 40 ELSE 20000 / (COUNT(*) + 1) END FROM #Package;
 
     EXEC dbo.kolv_mag_Temp_Tables;
-    DELETE FROM ##Temp_Prop_Location
-    WHERE SPID = -@@SPID AND HostName = HOST_NAME() AND UserSign = @UserSign
-        AND (@Aplication IS NULL OR Aplication = @Aplication) AND (@Operation IS NULL OR Operation = @Operation);
-
-    -- The numbers of packages are given out to one session at a time.
+    -- The numbers of packages are given out to one session at a time. The table of packages can go with its maker while
+    -- that of the lines stays: lines without a package go here, since their numbers are given out again.
     BEGIN TRANSACTION;
     SELECT @InUse = COUNT(*) FROM ##Temp_Prop_Location_BarCode WITH (TABLOCKX, HOLDLOCK);
     DELETE FROM ##Temp_Prop_Location_BarCode
     WHERE SPID = -@@SPID AND HostName = HOST_NAME() AND UserSign = @UserSign
         AND (@Aplication IS NULL OR Aplication = @Aplication) AND (@Operation IS NULL OR Operation = @Operation);
+    DELETE FROM ##Temp_Prop_Location
+    WHERE (SPID = -@@SPID AND HostName = HOST_NAME() AND UserSign = @UserSign
+            AND (@Aplication IS NULL OR Aplication = @Aplication) AND (@Operation IS NULL OR Operation = @Operation))
+        OR IDCodeBar NOT IN (SELECT IDCodeBar FROM ##Temp_Prop_Location_BarCode);
     UPDATE P
     SET P.IDCodeBar = N.Number
     FROM #Package AS P

@@ -312,4 +312,38 @@ TEST_F(Staging, ProposalsAreMadeAnewWhenTheMakerOfTheTablesHasLeft) {
     EXPECT_EQ(second.proposals().at(0).barCode, "10");
 }
 
+TEST_F(Staging, ProposalsAreMadeAnewWhenEitherTableIsGone) {
+    ShiftDesk desk = hall.desk();
+    desk.take("A-1", "1, 1, 1, 1", "10");
+    const std::size_t lines = desk.proposals().size();
+    ASSERT_GT(lines, 1U);
+    for (const char* table : {"##Temp_Prop_Location", "##Temp_Prop_Location_BarCode"}) {
+        desk.run(std::string("DROP TABLE ") + table);
+        EXPECT_EQ(desk.prepare().value, 0) << table;
+        EXPECT_EQ(desk.proposals().size(), lines) << table;
+    }
+}
+
+TEST_F(Staging, LinesWhosePackagesAreGoneMakeWayForTheNextOnes) {
+    ShiftDesk other = hall.desk(2, "MAG-WOZEK-2");
+    other.take("A-2", "1, 1, 1, 2", "20");
+    other.run("DROP TABLE ##Temp_Prop_Location_BarCode");
+    ASSERT_NE(other.one("SELECT COUNT(*) FROM ##Temp_Prop_Location"), "0");
+    ShiftDesk desk = hall.desk();
+    desk.take("A-1", "1, 1, 1, 1", "10");
+    EXPECT_FALSE(desk.proposals().empty());
+    EXPECT_EQ(desk.one("SELECT COUNT(*) FROM ##Temp_Prop_Location WHERE UserSign = 2"), "0");
+}
+
+TEST_F(Staging, ALineOfAnotherKeyUnderTheNumberOfMyPackageIsNotShown) {
+    ShiftDesk desk = hall.desk();
+    desk.take("A-1", "1, 1, 1, 1", "10");
+    const std::size_t lines = desk.proposals().size();
+    desk.run(
+        "INSERT INTO ##Temp_Prop_Location (IDCodeBar, ID, HostName, SPID, UserSign, Aplication, Operation, "
+        "Rank, Stand, Shelf, Location, Status, Reason) SELECT IDCodeBar, 9000, HostName, SPID, 2, "
+        "Aplication, Operation, 1, 1, 1, 1, N'D', N'cudza' FROM ##Temp_Prop_Location_BarCode");
+    EXPECT_EQ(desk.proposals().size(), lines);
+}
+
 }  // namespace regalon::test
