@@ -33,7 +33,10 @@ MapWindow::MapWindow(AppContext& context, const QString& name, const QString& ca
     keys->claim('W', ShiftMask::Alt);
 }
 
-MapWindow::~MapWindow() = default;
+/// The controls go before the images: a list that is hidden lays itself out once more with its icons.
+MapWindow::~MapWindow() {
+    delete m_scroll;
+}
 
 void MapWindow::createPlan() {
     m_surface = new QWidget;
@@ -44,13 +47,13 @@ void MapWindow::createPlan() {
     connect(m_canvas, &MapCanvas::standClicked, this, [this](int index) { imgBookStand_Click(index); });
     connect(m_canvas, &MapCanvas::locationClicked, this, [this](int index) { imglocation_Click(index); });
 
-    auto* scroll = new QScrollArea(this);
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setFocusPolicy(Qt::NoFocus);
-    scroll->setWidget(m_surface);
+    m_scroll = new QScrollArea(this);
+    m_scroll->setFrameShape(QFrame::NoFrame);
+    m_scroll->setFocusPolicy(Qt::NoFocus);
+    m_scroll->setWidget(m_surface);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(scroll);
+    layout->addWidget(m_scroll);
 }
 
 CoolBar* MapWindow::addCoolBar() {

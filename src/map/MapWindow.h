@@ -1,7 +1,11 @@
 #pragma once
 
+#include "platform/ImageList.h"
+
 #include <QString>
 #include <QWidget>
+
+class QScrollArea;
 
 namespace regalon {
 
@@ -53,6 +57,8 @@ protected:
     AppContext& context() const { return m_context; }
     QWidget* surface() const { return m_surface; }
     MapCanvas& canvas() const { return *m_canvas; }
+    /// Pictures of rows and headers by their numbers. The lists look at it, not into copies.
+    ImageList& imgSmall() { return m_imgSmall; }
 
     void showEvent(QShowEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
@@ -61,9 +67,11 @@ private:
     void createPlan();
 
     AppContext& m_context;
+    ImageList m_imgSmall;
     bool m_loaded = false;
 
     // Controls, owned by their parents.
+    QScrollArea* m_scroll = nullptr;
     QWidget* m_surface = nullptr;
     MapCanvas* m_canvas = nullptr;
 };

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "map/MapWatchWindow.h"
-#include "platform/ImageList.h"
 #include "stock/clsMagWatchShiftLoc.h"
 
 #include <QString>
@@ -102,7 +101,6 @@ private:
     QGroupBox* m_frmWathLocationShiftPropLoc = nullptr;
     ListView* m_lstSurPropLocation = nullptr;
     ToolBar* m_tlbAkceptShiftItem = nullptr;
-    ImageList m_imgSmall;
 };
 
 }  // namespace regalon

@@ -50,7 +50,7 @@ ToolBar* addButtons(QWidget* parent, const char* name, int left, int top, int wi
 frmMagWatchShiftLoc::frmMagWatchShiftLoc(AppContext& context, const StandDetail& standDetail, QWidget* parent)
     : MapWatchWindow(context, QStringLiteral("frmMagWatchShiftLoc"),
                      QStringLiteral("Przesunięcia surowców na magazynie"), standDetail, parent) {
-    setRowIcons(m_imgSmall, {1, 2, 11, 14, 16, 37, 40, 41, 42, 43});
+    setRowIcons(imgSmall(), {1, 2, 11, 14, 16, 37, 40, 41, 42, 43});
     createToolbar();
     createAcceptLocation();
     createFrames();
@@ -74,9 +74,9 @@ void frmMagWatchShiftLoc::createToolbar() {
 }
 
 void frmMagWatchShiftLoc::createAcceptLocation() {
-    m_tlbAkceptLocation = addButtons(&status(), "tlbAkceptLocation", 60, 870, 5400);
+    m_tlbAkceptLocation = addButtons(&status(), "tlbAkceptLocation", 60, 885, 5400);
     m_tlbAkceptLocation->addButton(QStringLiteral("key_AkceptLoc"),
-                                   QStringLiteral("&Zatwierdź wybraną lokalizacje"), {}, m_imgSmall.icon(14));
+                                   QStringLiteral("&Zatwierdź wybraną lokalizacje"), {}, imgSmall().icon(14));
     connect(m_tlbAkceptLocation, &ToolBar::buttonClick, this,
             &frmMagWatchShiftLoc::tlbAkceptLocation_ButtonClick);
 }
@@ -96,8 +96,8 @@ ListView* frmMagWatchShiftLoc::addList(QWidget* frame, const char* name, int hei
     auto* list = new ListView(frame);
     list->setObjectName(QString::fromLatin1(name));
     list->setCheckBoxes(true);
-    list->setSmallIcons(&m_imgSmall);
-    list->setHeaderIcons(&m_imgSmall);
+    list->setSmallIcons(&imgSmall());
+    list->setHeaderIcons(&imgSmall());
     place(list, kInset, kInset, kListWidth, height);
     return list;
 }
@@ -113,7 +113,7 @@ void frmMagWatchShiftLoc::createItems() {
 
     m_tlbAkceptItem =
         addButtons(m_frmWathLocationShiftItem, "tlbAkceptItem", kInset, kInset + height, kListWidth);
-    m_tlbAkceptItem->addButton(QStringLiteral("key_AkceptItem"), QString(), {}, m_imgSmall.icon(14));
+    m_tlbAkceptItem->addButton(QStringLiteral("key_AkceptItem"), QString(), {}, imgSmall().icon(14));
     m_tlbAkceptItem->addButton(QStringLiteral("key_Cancel"), QString(), {},
                                programIcon(QStringLiteral("close.ico")));
     connect(m_tlbAkceptItem, &ToolBar::buttonClick, this, &frmMagWatchShiftLoc::tlbAkceptItem_ButtonClick);
@@ -133,7 +133,7 @@ void frmMagWatchShiftLoc::createProposals() {
     m_tlbAkceptShiftItem =
         addButtons(m_frmWathLocationShiftPropLoc, "tlbAkceptShiftItem", kInset, kInset + height, kListWidth);
     m_tlbAkceptShiftItem->addButton(QStringLiteral("key_AkceptShiftItem"),
-                                    QStringLiteral("&Zatwierdź przesunięcie"), {}, m_imgSmall.icon(1));
+                                    QStringLiteral("&Zatwierdź przesunięcie"), {}, imgSmall().icon(1));
     m_tlbAkceptShiftItem->addButton(QStringLiteral("key_Cancel"),
                                     QStringLiteral("&Anuluj przesunięcie surowca"), {},
                                     programIcon(QStringLiteral("close.ico")));

@@ -165,7 +165,7 @@ void frmMagWatchShiftLoc::showBarCodes() {
     m_lstLocationItem->hide();
     m_tlbAkceptItem->button(kAccept)->setText(kAcceptBarCode);
     m_tlbAkceptItem->button(kCancel)->setText(kReturnToItems);
-    m_tlbAkceptItem->button(kCancel)->setIcon(m_imgSmall.icon(kImageOfReturn));
+    m_tlbAkceptItem->button(kCancel)->setIcon(imgSmall().icon(kImageOfReturn));
 }
 
 void frmMagWatchShiftLoc::tlbAkceptItem_ButtonClick(const QString& key) {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "map/MapWatchWindow.h"
-#include "platform/ImageList.h"
 
 #include <QString>
 
@@ -75,7 +74,6 @@ private:
     QComboBox* m_cmbTime = nullptr;
     QLabel* m_lblObjectParam2 = nullptr;
     ListView* m_lstLocationItem = nullptr;
-    ImageList m_imgSmall;
 };
 
 }  // namespace regalon

@@ -17,7 +17,7 @@ namespace regalon {
 frmMagWatch::frmMagWatch(AppContext& context, const StandDetail& standDetail, QWidget* parent)
     : MapWatchWindow(context, QStringLiteral("frmMagWatch"), QStringLiteral("Podgląd magazynu"), standDetail,
                      parent) {
-    setRowIcons(m_imgSmall, {40, 42});
+    setRowIcons(imgSmall(), {40, 42});
     createToolbars();
     createStatusPanel();
     createLocationList();
@@ -73,7 +73,7 @@ void frmMagWatch::createLocationList() {
     place(m_frmWathLocationShiftItem, 1320, 6660, 13770, 1590);
     m_lstLocationItem = new ListView(m_frmWathLocationShiftItem);
     m_lstLocationItem->setObjectName(QStringLiteral("lstLocationItem"));
-    m_lstLocationItem->setSmallIcons(&m_imgSmall);
+    m_lstLocationItem->setSmallIcons(&imgSmall());
     place(m_lstLocationItem, 60, 60, 13650, 1470);
 }
 
