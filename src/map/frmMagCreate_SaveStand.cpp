@@ -52,6 +52,17 @@ QString flagOf(const QCheckBox& flag) {
     return CheckToFlag(flag.isChecked() ? 1 : 0);
 }
 
+/// Makes a call and tells why it was refused. Each call has a message of its own: one that fails leaves it as
+/// it is, and would show what the call before it wrote.
+template <class Call>
+bool isAccepted(const Call& call) {
+    QString message;
+    const bool accepted = call(message);
+    if (!accepted)
+        showRefusal(message);
+    return accepted;
+}
+
 }  // namespace
 
 /// Without a message after a failure, which has been reported then.
@@ -111,16 +122,12 @@ StandDefinition frmMagCreate::standOnForm() {
 bool frmMagCreate::AddBookStand() {
     bool saved = false;
     WindowTrap("frmMagCreate - AddBookStand", [&] {
-        QString message;
-        if (!ValidateDataOnForm(message)) {
-            showRefusal(message);
+        if (!isAccepted([&](QString& message) { return ValidateDataOnForm(message); }))
             return;
-        }
         StandDefinition stand = standOnForm();
-        if (!m_data->AddBookStandValidate(stand, message) || !m_data->AddBookStandToDB(stand, message)) {
-            showRefusal(message);
+        if (!isAccepted([&](QString& message) { return m_data->AddBookStandValidate(stand, message); }) ||
+            !isAccepted([&](QString& message) { return m_data->AddBookStandToDB(stand, message); }))
             return;
-        }
         if (stand.Stand == kNew)
             stand.Stand = m_data->GetStandCount(stand.Rank);
         m_remembered = {.Rank = stand.Rank,
@@ -140,12 +147,10 @@ bool frmMagCreate::RemoveBookStand() {
         // Asked as at a save, and of no consequence: the whole stand goes.
         if (ToInt16(m_dtcShelfCount->boundText()) == kNew)
             m_data->GetShelfCountOnStand(rank, stand);
-        QString message;
-        if (!m_data->RemoveBookStandValidate(rank, stand, message) ||
-            !m_data->RemoveBookStandDB(rank, stand, message)) {
-            showRefusal(message);
+        if (!isAccepted(
+                [&](QString& message) { return m_data->RemoveBookStandValidate(rank, stand, message); }) ||
+            !isAccepted([&](QString& message) { return m_data->RemoveBookStandDB(rank, stand, message); }))
             return;
-        }
         m_remembered.Rank = rank;
         m_remembered.Stand = 0;
         removed = true;

@@ -2,6 +2,7 @@
 
 #include "support/Events.h"
 
+#include <QAbstractItemView>
 #include <QAction>
 
 namespace regalon::test {
@@ -60,12 +61,37 @@ void LayoutEditor::enter(QWidget* widget, const QString& text) {
     type(widget, text);
 }
 
+void LayoutEditor::pick(const char* comboName, const QString& text) {
+    DataCombo* list = choice(comboName);
+    const int row = list->findText(text);
+    ASSERT_GE(row, 0) << comboName << " does not offer " << qPrintable(text);
+    test::key(list, Qt::Key_F4);
+    ASSERT_TRUE(waitFor([list] { return list->view()->isVisible(); }));
+    while (list->view()->currentIndex().row() != row)
+        key(list->view(), list->view()->currentIndex().row() < row ? Qt::Key_Down : Qt::Key_Up);
+    key(list->view(), Qt::Key_Return);
+    ASSERT_EQ(list->currentIndex(), row);
+}
+
 QStringList LayoutEditor::rows(const char* comboName) const {
     QStringList texts;
     const QComboBox* list = combo(comboName);
     for (int row = 0; row < list->count(); ++row)
         texts.append(list->itemText(row));
     return texts;
+}
+
+void LayoutEditor::expectTitles(const QStringList& titles) const {
+    QStringList found;
+    for (const MsgBoxRecorder::Message& message : messages.messages())
+        found.append(message.Title);
+    EXPECT_EQ(found.join(u'\n').toStdString(), titles.join(u'\n').toStdString());
+}
+
+void LayoutEditor::expectNotice(const QString& text) const {
+    expectTitles({QStringLiteral("Komunikat")});
+    EXPECT_EQ(messages.last().Text.toStdString(), text.toStdString());
+    EXPECT_EQ(messages.last().Flags, MsgFlag::Information);
 }
 
 EmptyHallEditor::EmptyHallEditor() : LayoutEditor(LocalWarehouse::Content::Empty) {}

@@ -51,8 +51,14 @@ protected:
     void choose(const char* comboName, const QString& text);
     /// Types over what is in a box.
     void enter(QWidget* widget, const QString& text);
+    /// Picks the row in the open list, as by a click: no row on the way is chosen.
+    void pick(const char* comboName, const QString& text);
     /// Shown texts of a list, first to last.
     QStringList rows(const char* comboName) const;
+    /// Expects messages with these titles, first to last.
+    void expectTitles(const QStringList& titles) const;
+    /// Expects this one message, as a notice of the window.
+    void expectNotice(const QString& text) const;
 
     template <typename T>
     T* control(const char* name) const {

@@ -93,12 +93,6 @@ protected:
             QStringLiteral("select string_agg(concat(GroupSur,'=',GroupSurName),';') from "
                            "kolv_mag_Location_Group"));
     }
-    void expectNotice(const QString& text) {
-        ASSERT_EQ(messages.count(), 1);
-        EXPECT_EQ(messages.last().Text.toStdString(), text.toStdString());
-        EXPECT_EQ(messages.last().Flags, MsgFlag::Information);
-        EXPECT_EQ(messages.last().Title, QStringLiteral("Komunikat"));
-    }
 };
 
 // ---------------------------------------------------------------- opening and choosing

@@ -49,12 +49,6 @@ protected:
         return {choice("dtcSurOnLOcalization")->boundText(), choice("dtcGroupOnLocalization")->boundText(),
                 choice("dtcParamLocation")->boundText()};
     }
-    void expectNotice(const QString& text) {
-        ASSERT_EQ(messages.count(), 1);
-        EXPECT_EQ(messages.last().Text.toStdString(), text.toStdString());
-        EXPECT_EQ(messages.last().Flags, MsgFlag::Information);
-        EXPECT_EQ(messages.last().Title, QStringLiteral("Komunikat"));
-    }
 };
 
 TEST_F(FrmMagCreateLocation, AClickShowsWhatIsAssigned) {

@@ -106,12 +106,6 @@ protected:
         files.answer(path);
         clickButton("tlbPictureSur", "key_Path");
     }
-    void expectNotice(const QString& text) {
-        ASSERT_EQ(messages.count(), 1);
-        EXPECT_EQ(messages.last().Text.toStdString(), text.toStdString());
-        EXPECT_EQ(messages.last().Flags, MsgFlag::Information);
-        EXPECT_EQ(messages.last().Title, QStringLiteral("Komunikat"));
-    }
 };
 
 // ---------------------------------------------------------------- the look of each kind

@@ -13,6 +13,7 @@ using test::EmptyHallEditor;
 const QString kShelf1 = QStringLiteral("select 1 as ShelfID ,N'Półka 1' as ShelfName Union ALL ");
 const QString kShelf2 = QStringLiteral("select 2 as ShelfID ,N'Półka 2' as ShelfName Union ALL ");
 const QString kShelf3 = QStringLiteral("select 3 as ShelfID ,N'Półka 3' as ShelfName Union ALL ");
+const QString kChooseShelf = QStringLiteral("select 0 as ShelfID ,N'wybierz' as ShelfName Union all ");
 const QString kNewShelf = QStringLiteral("select -1 as ShelfID ,N'Nowa' as ShelfName");
 
 class FrmMagCreateStand : public EmptyHallEditor {
@@ -39,6 +40,10 @@ protected:
         for (const char* name : {"chkStandVisable", "chkStandEnable", "chkStandFrameArround"})
             text += check(name)->isChecked() ? QLatin1Char('1') : QLatin1Char('0');
         return text;
+    }
+    /// What the shelves were asked by, one statement a line.
+    QString shelfStatements() const {
+        return warehouse.batches().filter(QStringLiteral("as ShelfID")).join(u'\n');
     }
     QString description() const { return control<QPlainTextEdit>("txtDescStand")->toPlainText(); }
     bool hasIcon() const { return !control<PictureBox>("imgWathFindIcon")->picture().isEmpty(); }
@@ -157,6 +162,25 @@ TEST_F(FrmMagCreateStand, AStandOfFourShelvesOffersNoNewOne) {
                           QStringLiteral("select 4 as ShelfID ,N'Półka 4' as ShelfName ")));
 }
 
+TEST_F(FrmMagCreateStand, TheShelvesOfANewStandComeByTheirStatementWithItsSmallLetters) {
+    open();
+    choose("dtcRank", QStringLiteral("Rząd A"));
+    warehouse.server.clearTrace();
+    choose("dtcStand", QStringLiteral("Nowy"));
+    EXPECT_EQ(shelfStatements().toStdString(), (kChooseShelf + kNewShelf).toStdString());
+}
+
+TEST_F(FrmMagCreateStand, AStandWhoseNumberOfShelvesIsNotKnownYetOffersThree) {
+    addStand(1, -1, {});
+    open();
+    choose("dtcRank", QStringLiteral("Rząd A"));
+    warehouse.server.clearTrace();
+    choose("dtcStand", QStringLiteral("Regał 1"));
+    EXPECT_EQ(shelfStatements().toStdString(),
+              (kChooseShelf + kShelf1 + kShelf2 + kShelf3 + kNewShelf).toStdString());
+    EXPECT_EQ(shownShelves(), QString());
+}
+
 TEST_F(FrmMagCreateStand, OnlyTheChosenShelfIsMarkedAndCanBeChanged) {
     addStand(1, 3, QStringLiteral("123"));
     open();
@@ -199,6 +223,23 @@ TEST_F(FrmMagCreateStand, ANewStandWithANewShelfOffersShelfOne) {
     EXPECT_EQ(markedShelves(), QStringLiteral("1"));
     EXPECT_EQ(openShelves(), QStringLiteral("1"));
     EXPECT_EQ(count(1)->currentText(), QStringLiteral("-----"));
+}
+
+TEST_F(FrmMagCreateStand, ANewStandAndNoStandShowNothingOfTheOneBefore) {
+    addStand(1, 2, QStringLiteral("12"));
+    open();
+    for (const QString& other : {QStringLiteral("Nowy"), QStringLiteral("wybierz")}) {
+        clickStand(QStringLiteral("1_1"));
+        ASSERT_TRUE(hasIcon());
+        pick("dtcStand", other);
+        EXPECT_FALSE(hasIcon()) << qPrintable(other);
+        EXPECT_EQ(box("txtImageName")->text(), QString());
+        EXPECT_EQ(box("txtLeft")->text() + u'/' + box("txtTop")->text(), QStringLiteral("0/0"));
+        EXPECT_EQ(flags(), other == u"Nowy" ? QStringLiteral("111") : QStringLiteral("000"));
+        EXPECT_TRUE(frame("frmDetailsStand")->isHidden());
+        EXPECT_EQ(description(), QString());
+        EXPECT_EQ(shownShelves(), QString());
+    }
 }
 
 TEST_F(FrmMagCreateStand, AShelfWithoutLocationsShowsTheMarkAlsoBehindAStandWithTheSameShelf) {
@@ -287,7 +328,10 @@ TEST_F(FrmMagCreateStand, AServerThatIsGoneIsReportedAndTheWindowStays) {
     open();
     warehouse.server.kill();
     choose("dtcRank", QStringLiteral("Rząd A"));
-    EXPECT_GE(messages.count(), 1);
+    // The stands of the row, the number of shelves of the one that stays chosen, and the list of these.
+    expectTitles({QStringLiteral("Error -  [FillComboBox]"),
+                  QStringLiteral("Error - clsMagCreate [GetShelfCountOnStand]"),
+                  QStringLiteral("Error -  [FillComboBox]")});
     EXPECT_TRUE(window->isVisible());
 }
 
