@@ -101,17 +101,21 @@ GO
 -- What lies on each location, one row for each material, and the assigned material also where none of it lies.
 -- Kind is A for a material that belongs there (assigned, or a member of the location's group) and B for a stranger.
 -- GroupSurName is the location's group for its members and empty for the others.
+-- A quantity that nobody has entered counts as 0, and packages without a code are a material of their own, with an empty
+-- code, which belongs nowhere: what lies there is always listed.
 DROP VIEW IF EXISTS dbo.Kolv_vv_mag_Location_Material;
 GO
 CREATE VIEW dbo.Kolv_vv_mag_Location_Material
 AS
 SELECT X.Rank, X.Stand, X.Shelf, X.Location, X.ItemCode, I.ItemName, I.InvntryUom,
-    SUM(X.Quantity) AS Quantity, SUM(X.PackageCount) AS PackageCount, SUM(X.PackWeight) AS PackWeight,
-    CASE WHEN X.ItemCode = L.ItemCode OR MAX(G.GroupSur) IS NOT NULL THEN N'A' ELSE N'B' END AS Kind,
+    SUM(ISNULL(X.Quantity, 0)) AS Quantity, SUM(X.PackageCount) AS PackageCount, SUM(X.PackWeight) AS PackWeight,
+    CASE WHEN X.ItemCode <> N'' AND X.ItemCode = L.ItemCode OR MAX(G.GroupSur) IS NOT NULL THEN N'A'
+        ELSE N'B' END AS Kind,
     ISNULL(L.GroupSur, 0) AS GroupSur, ISNULL(MAX(N.GroupSurName), N'') AS GroupSurName,
     ISNULL(L.StatLocation_cmb, N'0') AS StatLocation
 FROM (
-    SELECT Rank, Stand, Shelf, Location, ItemCode, Quantity, 1 AS PackageCount, ISNULL(PackWeight, 0) AS PackWeight
+    SELECT Rank, Stand, Shelf, Location, ISNULL(ItemCode, N'') AS ItemCode, Quantity, 1 AS PackageCount,
+        ISNULL(PackWeight, 0) AS PackWeight
     FROM dbo.Kolv_Mag_BarCode_Sur
     WHERE Active = N'Y' AND Rank IS NOT NULL
     UNION ALL

@@ -44,7 +44,7 @@ GO
 
 -- Every location with what it says to a material, its room left aside: verdict 1, 2 or 5 to 8.
 -- A location of several materials that is given to one of them, and to no group, takes the others as well. Kin is 1
--- where the material belongs or lies already.
+-- where the material belongs or lies already. No location is given to packages without a code, the material N''.
 DROP FUNCTION IF EXISTS dbo.kolv_mag_fn_Item_Target;
 GO
 CREATE FUNCTION dbo.kolv_mag_fn_Item_Target (@ItemCode nvarchar(20))
@@ -53,16 +53,16 @@ AS
 RETURN
     SELECT R.Rank, R.Stand, R.Shelf, R.Location, R.Place, R.StandLeft, R.StandTop, R.SpaceWidth, R.SpaceHeight,
         R.SpaceDepth, R.SpaceVolume, R.SpaceWeight, R.FreeVolume, R.FreeWeight, R.PackageCount, R.StatLocation,
-        CASE WHEN R.ItemCode = @ItemCode OR G.ItemCode IS NOT NULL OR EXISTS (SELECT 1
+        CASE WHEN R.ItemCode = @ItemCode AND @ItemCode <> N'' OR G.ItemCode IS NOT NULL OR EXISTS (SELECT 1
                 FROM dbo.Kolv_Mag_BarCode_Sur AS K
                 WHERE K.Rank = R.Rank AND K.Stand = R.Stand AND K.Shelf = R.Shelf AND K.Location = R.Location
-                    AND K.ItemCode = @ItemCode AND K.Active = N'Y') THEN 1 ELSE 0 END AS Kin,
+                    AND ISNULL(K.ItemCode, N'') = @ItemCode AND K.Active = N'Y') THEN 1 ELSE 0 END AS Kin,
         CASE WHEN R.StandEnable = N'N' THEN 8
             WHEN R.ItemCode <> @ItemCode AND G.ItemCode IS NULL AND R.GroupSur <> 0 THEN 7
             WHEN R.ItemCode <> @ItemCode AND G.ItemCode IS NULL AND R.ItemCode <> N'' AND R.StatLocation <> N'1' THEN 6
             WHEN R.StatLocation <> N'1' AND R.PackageCount > 0
                 AND (R.FirstItem <> @ItemCode OR R.LastItem <> @ItemCode) THEN 5
-            WHEN R.ItemCode = @ItemCode OR G.ItemCode IS NOT NULL THEN 1
+            WHEN R.ItemCode = @ItemCode AND @ItemCode <> N'' OR G.ItemCode IS NOT NULL THEN 1
             ELSE 2 END AS Verdict
     FROM dbo.Kolv_vv_mag_Location_Room AS R
         LEFT JOIN dbo.kolv_mag_Group_Item AS G ON G.GroupSur = R.GroupSur AND G.ItemCode = @ItemCode;

@@ -1,6 +1,6 @@
 -- Stages the packages of one material that lie on a location (@DeleteLine N'N'), or takes the material out again (N'Y').
 -- Taking out asks no address: the user may have clicked on another location since. Staged once more, packages that are
--- still there keep their choice, and those from elsewhere go.
+-- still there keep their choice, and those from elsewhere go. An empty code stands for packages without one.
 DROP PROCEDURE IF EXISTS dbo.kolv_mag_BarCode_Shift_Tmp;
 GO
 CREATE PROCEDURE dbo.kolv_mag_BarCode_Shift_Tmp
@@ -42,11 +42,11 @@ BEGIN
                 Operation, DocEntry, DocNum, LineNum, NumberCode, BarCode, ItemCode, Quantity, Rank, Stand, Shelf,
                 Location, StageDate)
             SELECT HOST_NAME(), -@@SPID, @UserSign, YEAR(GETDATE()), 0, @Aplication, @Operation, B.DocEntry, B.DocNum,
-                B.LineNum, B.NumberCode, B.BarCode, B.ItemCode, B.Quantity, B.Rank, B.Stand, B.Shelf, B.Location,
-                GETDATE()
+                B.LineNum, B.NumberCode, B.BarCode, ISNULL(B.ItemCode, N''), B.Quantity, B.Rank, B.Stand, B.Shelf,
+                B.Location, GETDATE()
             FROM dbo.Kolv_Mag_BarCode_Sur AS B
             WHERE B.Rank = @Rank AND B.Stand = @Stand AND B.Shelf = @Shelf AND B.Location = @Location
-                AND B.ItemCode = @ItemCode AND B.Active = N'Y'
+                AND ISNULL(B.ItemCode, N'') = @ItemCode AND B.Active = N'Y'
                 AND NOT EXISTS (SELECT 1 FROM dbo.Kolv_Mag_BarCode_Input_Sur_tym AS T
                     WHERE T.SPID = -@@SPID AND T.HostName = HOST_NAME() AND T.UserSign = @UserSign
                         AND T.Aplication = @Aplication AND T.Operation = @Operation AND T.BarCode = B.BarCode);

@@ -70,8 +70,8 @@ BEGIN
     INSERT INTO #Package (Place, Aplication, Operation, BarCode, ItemCode, Quantity, PackLength, PackWidth, PackHeight,
         PackVolume, PackWeight, Rank, Stand, Shelf, Location, StandLeft, StandTop)
     SELECT ROW_NUMBER() OVER (ORDER BY B.ItemCode, T.BarCode, T.ID), T.Aplication, T.Operation, T.BarCode, B.ItemCode,
-        T.Quantity, B.PackLength, B.PackWidth, B.PackHeight, B.PackVolume, B.PackWeight, B.Rank, B.Stand, B.Shelf,
-        B.Location, ISNULL(S.StandLeft, 0), ISNULL(S.StandTop, 0)
+        ISNULL(T.Quantity, 0), B.PackLength, B.PackWidth, B.PackHeight, B.PackVolume, B.PackWeight, B.Rank, B.Stand,
+        B.Shelf, B.Location, ISNULL(S.StandLeft, 0), ISNULL(S.StandTop, 0)
     FROM dbo.Kolv_Mag_BarCode_Input_Sur_tym AS T
         INNER JOIN dbo.Kolv_vv_mag_Package_Size AS B ON B.BarCode = T.BarCode
         LEFT JOIN dbo.kolv_mag_Stand AS S ON S.Rank = B.Rank AND S.Stand = B.Stand

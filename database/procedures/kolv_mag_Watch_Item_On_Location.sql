@@ -4,7 +4,9 @@
 -- The client counts columns from the end: the code of the material is the last, before it stand A for a material that
 -- belongs on the location or B for a stranger, the quantity, and 1 where several materials may lie (0 lets the client
 -- tick a row by itself). Nothing visible or hidden may come behind the code.
--- A quantity that is there does not round to 0, since what has none cannot be moved.
+-- A quantity that is there does not round to 0, since the client lets only what has one be ticked. Packages whose
+-- quantity nobody has entered are listed with their number and 0: they can be moved once they have a quantity, rather
+-- than that a number be shown which nobody has counted.
 -- The widths fill the list of the stand detail, 7785 twips inside its frame with the 700 of the row numbers; the name
 -- takes what the others can spare.
 DROP PROCEDURE IF EXISTS dbo.kolv_mag_Watch_Item_On_Location;

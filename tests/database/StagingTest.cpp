@@ -238,6 +238,46 @@ TEST_F(Staging, AQuantityOfLessThanAHundredthCanStillBeTicked) {
     EXPECT_EQ(rows.text(0, rows.columns.size() - 3), "0.01");
 }
 
+TEST_F(Staging, PackagesWithoutAQuantityAreListedWithTheirNumberAndZero) {
+    hall.put({.barCode = "40", .item = "B-1", .address = "1, 3, 1, 1"});
+    hall.connection.run("UPDATE Kolv_Mag_BarCode_Sur SET Quantity = NULL WHERE BarCode = N'40'");
+    const Rows rows = hall.connection.run("exec kolv_mag_Watch_Item_On_Location 1,3,1,1,N'1',N'P',1,N'S'");
+    ASSERT_EQ(rows.size(), 1U);
+    EXPECT_EQ(rows.text(0, rows.columns.size() - 3), "0.00");
+    EXPECT_EQ(rows.text(0, 2), "1") << "packages";
+}
+
+TEST_F(Staging, APackageWithoutAQuantityMovesWithTheOthersOfItsMaterial) {
+    hall.connection.run("UPDATE Kolv_Mag_BarCode_Sur SET Quantity = NULL WHERE BarCode = N'10'");
+    ShiftDesk desk = hall.desk();
+    desk.take("A-1", "1, 1, 1, 1", "10");
+    EXPECT_EQ(desk.one("SELECT Quantity FROM ##Temp_Prop_Location_BarCode"), "0.000000");
+    EXPECT_EQ(desk.move("10", "1, 3, 1, 1").value, 0);
+}
+
+TEST_F(Staging, PackagesWithoutACodeAreListedAsStrangersStagedAndMovedButBelongNowhere) {
+    hall.put({.barCode = "40", .item = "", .address = "1, 3, 1, 1"});
+    hall.put({.barCode = "41", .item = "", .address = "1, 3, 1, 1"});
+    hall.connection.run("UPDATE Kolv_Mag_BarCode_Sur SET ItemCode = NULL WHERE BarCode = N'40'");
+    hall.assign("1, 3, 1, 1", "");
+    hall.assign("1, 3, 1, 2", "");
+    const Rows rows = hall.connection.run("exec kolv_mag_Watch_Item_On_Location 1,3,1,1,N'1',N'P',1,N'S'");
+    ASSERT_EQ(rows.size(), 1U);
+    EXPECT_EQ(rows.text(0, rows.columns.size() - 1), "");
+    EXPECT_EQ(rows.text(0, rows.columns.size() - 2), "B");
+    EXPECT_EQ(rows.text(0, 2), "2") << "packages";
+    ShiftDesk desk = hall.desk();
+    desk.take("", "1, 3, 1, 1", "40");
+    EXPECT_EQ(desk.packages(), (Codes{"40", "41"}));
+    for (const Proposal& row : desk.proposals())
+        EXPECT_NE(row.status, "D") << row.address();
+    EXPECT_EQ(desk.proposal("1, 3, 1, 1").status, "O") << "it lies there";
+    EXPECT_EQ(desk.move("40", "1, 3, 1, 2").value, 0);
+    EXPECT_EQ(hall.place("40"), "1, 3, 1, 2");
+    EXPECT_EQ(desk.unstage("", "1, 3, 1, 1").value, 0);
+    EXPECT_TRUE(desk.packages().empty());
+}
+
 TEST_F(Staging, TheGlobalTablesAreMadeByWhoeverNeedsThemFirst) {
     for (const char* first :
          {"exec Kolv_mag_Watch_Prop_Location 1,N'P',N'S',1,NULL",
