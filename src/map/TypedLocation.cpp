@@ -2,6 +2,7 @@
 
 #include "platform/Convert.h"
 
+#include <algorithm>
 #include <array>
 #include <limits>
 
@@ -17,11 +18,10 @@ std::optional<LocationAddress> locationOf(const Texts& texts, qint16 least) {
             return std::nullopt;
     }
     std::array<qint16, 4> numbers{};
-    for (std::size_t text = 0; text < texts.size(); ++text) {
-        numbers[text] = ToInt16(*texts[text]);
-        if (numbers[text] < least)
-            return std::nullopt;
-    }
+    std::transform(texts.begin(), texts.end(), numbers.begin(),
+                   [](const QString* text) { return ToInt16(*text); });
+    if (std::any_of(numbers.begin(), numbers.end(), [least](qint16 number) { return number < least; }))
+        return std::nullopt;
     return LocationAddress{numbers[0], numbers[1], numbers[2], numbers[3]};
 }
 
