@@ -1,5 +1,6 @@
--- Recomputes the proposals of the chosen packages. A package that no longer lies where it was staged is let go, and the
--- user is told; the proposals of the others are made all the same.
+-- Recomputes the proposals of the chosen packages. A package that no longer lies where it was staged is let go, and so is
+-- all that was staged last year, which the client does not count; the user is told. The proposals of the others are made
+-- all the same.
 -- Goods-out calls with the user alone: NULL stands for every application and operation.
 DROP PROCEDURE IF EXISTS dbo.Kolv_mag_Watch_Prop_Location_Confirm;
 GO
@@ -14,30 +15,28 @@ BEGIN
     SET @ErrDesc = N'';
 
     BEGIN TRY
-        DECLARE @Gone nvarchar(50);
-        DECLARE @GoneCount int;
+        DECLARE @Gone TABLE (BarCode nvarchar(50) NOT NULL, YearCode smallint NULL);
+        DECLARE @Moved int;
 
-        SELECT @Gone = MIN(T.BarCode), @GoneCount = COUNT(*)
+        -- One statement, so that what is told is what was let go.
+        DELETE T
+        OUTPUT deleted.BarCode, deleted.YearCode INTO @Gone (BarCode, YearCode)
         FROM dbo.Kolv_Mag_BarCode_Input_Sur_tym AS T
-        WHERE T.SPID = -@@SPID AND T.HostName = HOST_NAME() AND T.UserSign = @UserSign AND T.LineGrd = -1
+        WHERE T.SPID = -@@SPID AND T.HostName = HOST_NAME() AND T.UserSign = @UserSign
             AND (@Aplication IS NULL OR T.Aplication = @Aplication) AND (@Operation IS NULL OR T.Operation = @Operation)
-            AND T.Rank IS NOT NULL AND NOT EXISTS (SELECT 1 FROM dbo.Kolv_Mag_BarCode_Sur AS B
-                WHERE B.BarCode = T.BarCode AND B.Active = N'Y' AND B.Rank = T.Rank AND B.Stand = T.Stand
-                    AND B.Shelf = T.Shelf AND B.Location = T.Location);
-        IF @Gone IS NOT NULL
-        BEGIN
-            DELETE T
-            FROM dbo.Kolv_Mag_BarCode_Input_Sur_tym AS T
-            WHERE T.SPID = -@@SPID AND T.HostName = HOST_NAME() AND T.UserSign = @UserSign AND T.LineGrd = -1
-                AND (@Aplication IS NULL OR T.Aplication = @Aplication)
-                AND (@Operation IS NULL OR T.Operation = @Operation)
-                AND T.Rank IS NOT NULL AND NOT EXISTS (SELECT 1 FROM dbo.Kolv_Mag_BarCode_Sur AS B
+            AND (ISNULL(T.YearCode, 0) <> YEAR(GETDATE())
+                OR T.LineGrd = -1 AND T.Rank IS NOT NULL AND NOT EXISTS (SELECT 1 FROM dbo.Kolv_Mag_BarCode_Sur AS B
                     WHERE B.BarCode = T.BarCode AND B.Active = N'Y' AND B.Rank = T.Rank AND B.Stand = T.Stand
-                        AND B.Shelf = T.Shelf AND B.Location = T.Location);
-            SET @ErrDesc = N'Opakowanie „' + @Gone + N'”' + CASE WHEN @GoneCount > 1 THEN N' i inne (razem: '
-                + CAST(@GoneCount AS nvarchar(11)) + N')' ELSE N'' END
-                + N' przesunął lub wydał w międzyczasie inny użytkownik. Wycofano z wyboru.';
-        END
+                        AND B.Shelf = T.Shelf AND B.Location = T.Location));
+        SELECT @Moved = COUNT(*) FROM @Gone WHERE YearCode = YEAR(GETDATE());
+        IF @Moved > 0
+            SELECT @ErrDesc = N'Opakowanie „' + MIN(BarCode) + N'”' + CASE WHEN @Moved > 1 THEN N' i inne (razem: '
+                + CAST(@Moved AS nvarchar(11)) + N')' ELSE N'' END
+                + N' przesunął lub wydał w międzyczasie inny użytkownik. Wycofano z wyboru.'
+            FROM @Gone
+            WHERE YearCode = YEAR(GETDATE());
+        ELSE IF EXISTS (SELECT 1 FROM @Gone)
+            SET @ErrDesc = N'Rozpoczął się nowy rok, a opakowania wybrano w poprzednim. Wybierz surowiec jeszcze raz.';
 
         EXEC dbo.kolv_mag_Prop_Location_Make @UserSign, @Aplication, @Operation;
         RETURN CASE WHEN @ErrDesc = N'' THEN 0 ELSE 1 END;

@@ -1,4 +1,4 @@
--- The staged packages of this connection and user. The client takes the barcode from the last column. @Mode 1 returns
+-- The staged packages of this connection and user, those of this year as everywhere else. The client takes the barcode from the last column. @Mode 1 returns
 -- the rows, any other nothing.
 DROP PROCEDURE IF EXISTS dbo.kolv_mag_Watch_BarCode_On_Location;
 GO
@@ -26,7 +26,7 @@ BEGIN
         LEFT JOIN dbo.Kolv_Mag_BarCode_Sur AS B ON B.BarCode = T.BarCode
         LEFT JOIN dbo.OITM AS I ON I.ItemCode = T.ItemCode
     WHERE T.SPID = -@@SPID AND T.HostName = HOST_NAME() AND T.UserSign = @UserSign AND T.Aplication = @Aplication
-        AND T.Operation = @Operation
+        AND T.Operation = @Operation AND T.YearCode = YEAR(GETDATE())
     ORDER BY T.ItemCode, T.BarCode;
     RETURN 0;
 END

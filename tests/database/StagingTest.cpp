@@ -238,6 +238,35 @@ TEST_F(Staging, AQuantityOfLessThanAHundredthCanStillBeTicked) {
     EXPECT_EQ(rows.text(0, rows.columns.size() - 3), "0.01");
 }
 
+TEST_F(Staging, WhatWasStagedLastYearIsNeitherListedNorChosenAndTheUserIsTold) {
+    ShiftDesk desk = hall.desk();
+    desk.take("A-1", "1, 1, 1, 1", "10");
+    desk.run("UPDATE Kolv_Mag_BarCode_Input_Sur_tym SET YearCode = YearCode - 1");
+    EXPECT_TRUE(desk.packages().empty());
+    EXPECT_GT(desk.choose("11").value, 0);
+    EXPECT_EQ(desk.chosen(), 0);
+    const Answer answer = desk.confirm();
+    EXPECT_EQ(answer.value, 1);
+    EXPECT_EQ(answer.message,
+              "Rozpoczął się nowy rok, a opakowania wybrano w poprzednim. Wybierz surowiec jeszcze raz.");
+    EXPECT_EQ(rows(), 0);
+    EXPECT_TRUE(desk.proposals().empty());
+    EXPECT_EQ(desk.confirm().value, 0) << "told once";
+}
+
+TEST_F(Staging, WhatWasStagedLastYearIsStagedAnew) {
+    ShiftDesk desk = hall.desk();
+    desk.take("A-1", "1, 1, 1, 1", "10");
+    desk.run("UPDATE Kolv_Mag_BarCode_Input_Sur_tym SET YearCode = YearCode - 1");
+    ASSERT_EQ(desk.stage("A-1", "1, 1, 1, 1").value, 0);
+    EXPECT_EQ(desk.packages(), (Codes{"10", "11"}));
+    EXPECT_EQ(desk.chosen(), 0);
+    EXPECT_EQ(rows(), 2);
+    EXPECT_EQ(desk.choose("10").value, 0);
+    EXPECT_EQ(desk.confirm().value, 0);
+    EXPECT_EQ(desk.move("10", "1, 3, 1, 1").value, 0);
+}
+
 TEST_F(Staging, PackagesWithoutAQuantityAreListedWithTheirNumberAndZero) {
     hall.put({.barCode = "40", .item = "B-1", .address = "1, 3, 1, 1"});
     hall.connection.run("UPDATE Kolv_Mag_BarCode_Sur SET Quantity = NULL WHERE BarCode = N'40'");
