@@ -11,11 +11,15 @@
 #include <QAction>
 #include <QBuffer>
 #include <QCoreApplication>
+#include <QDataStream>
 #include <QDir>
 #include <QFile>
 #include <QImage>
+#include <QMimeDatabase>
 #include <QTimer>
 #include <QTimerEvent>
+
+#include <array>
 
 namespace regalon {
 namespace {
@@ -40,6 +44,38 @@ QByteArray picture(const char* format) {
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::WriteOnly);
     image.save(&buffer, format);
+    return bytes;
+}
+
+/// A whole picture of two grey pixels, as a scanner writes it: the header, the pixels, and the directory that
+/// describes them.
+QByteArray tiff() {
+    QByteArray bytes;
+    QDataStream out(&bytes, QIODevice::WriteOnly);
+    out.setByteOrder(QDataStream::LittleEndian);
+    constexpr quint16 kShort = 3;
+    constexpr quint16 kLong = 4;
+    struct Entry {
+        quint16 tag, type;
+        quint32 value;
+    };
+    constexpr quint32 kPixels = 8;
+    // Width, height, bits, no compression, black is zero, place, rows and length of the one strip.
+    constexpr std::array<Entry, 8> kEntries = {{{256, kLong, 2},
+                                                {257, kLong, 1},
+                                                {258, kShort, 8},
+                                                {259, kShort, 1},
+                                                {262, kShort, 1},
+                                                {273, kLong, kPixels},
+                                                {278, kLong, 1},
+                                                {279, kLong, 2}}};
+    out.writeRawData("II*\0", 4);
+    out << quint32{kPixels + 2};
+    out << quint8{0} << quint8{255};
+    out << quint16{kEntries.size()};
+    for (const Entry& entry : kEntries)
+        out << entry.tag << entry.type << quint32{1} << entry.value;
+    out << quint32{0};
     return bytes;
 }
 
@@ -71,13 +107,6 @@ protected:
         warehouse.server.clearTrace();
     }
 
-    /// From above the choice would pass the status on its way, which empties the box of the file.
-    void choosePictureFromBelow() {
-        test::key(choice("dtcParamLocation"), Qt::Key_End);
-        test::key(choice("dtcParamLocation"), Qt::Key_Up);
-        ASSERT_EQ(choice("dtcParamLocation")->text(), kPicture);
-    }
-
     QLineEdit* value() const { return box("txtParamValueLocalization"); }
     QTimer* timer() const { return control<QTimer>("Timer1"); }
     Picture shown() const { return control<PictureBox>("impPictureSur")->picture(); }
@@ -99,10 +128,10 @@ protected:
         if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
             qFatal("A test file could not be written.");
         file.close();
-        pick(path);
+        pickFile(path);
         return path;
     }
-    void pick(const QString& path) {
+    void pickFile(const QString& path) {
         files.answer(path);
         clickButton("tlbPictureSur", "key_Path");
     }
@@ -137,8 +166,27 @@ TEST_F(FrmMagCreateParams, ANumberIsEditedInANarrowBoxOfSixCharacters) {
     EXPECT_EQ(value()->width(), toPixels(1000));
     enter(value(), QStringLiteral("1234567"));
     EXPECT_EQ(value()->text(), QStringLiteral("123456"));
-    EXPECT_FALSE(pictureFrame());
-    EXPECT_TRUE(combo("cmbStatusLocation")->isHidden());
+}
+
+TEST_F(FrmMagCreateParams, ANumberAndATextTakeThePictureAndTheListOfStatesAway) {
+    store(QStringLiteral("Picture_pic"), QString::fromLatin1(picture("BMP").toBase64()));
+    open();
+    clickLocation(QStringLiteral("1_1_1_1"));
+    for (const QString& parameter : {kHeight, kDescription}) {
+        pick("dtcParamLocation", kPicture);
+        ASSERT_TRUE(pictureFrame());
+        ASSERT_FALSE(shown().isEmpty());
+        pick("dtcParamLocation", parameter);
+        EXPECT_FALSE(pictureFrame()) << qPrintable(parameter);
+        EXPECT_TRUE(shown().isEmpty()) << qPrintable(parameter);
+        EXPECT_TRUE(value()->isVisible()) << qPrintable(parameter);
+        pick("dtcParamLocation", kStatus);
+        ASSERT_TRUE(combo("cmbStatusLocation")->isVisible());
+        ASSERT_TRUE(value()->isHidden());
+        pick("dtcParamLocation", parameter);
+        EXPECT_TRUE(combo("cmbStatusLocation")->isHidden()) << qPrintable(parameter);
+        EXPECT_TRUE(value()->isVisible()) << qPrintable(parameter);
+    }
 }
 
 TEST_F(FrmMagCreateParams, ATextIsEditedInAWideBoxOf250Characters) {
@@ -151,8 +199,6 @@ TEST_F(FrmMagCreateParams, ATextIsEditedInAWideBoxOf250Characters) {
     EXPECT_EQ(value()->cursorPosition(), 0) << "a long text shows its beginning";
     EXPECT_EQ(value()->width(), toPixels(2760));
     EXPECT_EQ(value()->maxLength(), 250);
-    EXPECT_FALSE(pictureFrame());
-    EXPECT_TRUE(combo("cmbStatusLocation")->isHidden());
 }
 
 TEST_F(FrmMagCreateParams, AStatusIsChosenFromItsList) {
@@ -167,6 +213,21 @@ TEST_F(FrmMagCreateParams, AStatusIsChosenFromItsList) {
     clickLocation(QStringLiteral("1_1_1_1"));
     choose("dtcParamLocation", kStatus);
     EXPECT_EQ(combo("cmbStatusLocation")->currentText(), QStringLiteral("Mono Indeksowa"));
+}
+
+TEST_F(FrmMagCreateParams, AStatusTakesThePictureAwayAndForgetsTheFileThatWasChosen) {
+    openOn(kPicture);
+    const QString path = chooseFile(QStringLiteral("a.jpg"), picture("JPG"));
+    ASSERT_EQ(box("txtFrmPicture")->text(), path);
+    pick("dtcParamLocation", kHeight);
+    EXPECT_EQ(box("txtFrmPicture")->text(), path);
+    pick("dtcParamLocation", kPicture);
+    chooseFile(QStringLiteral("a.jpg"), picture("JPG"));
+    ASSERT_TRUE(pictureFrame());
+    pick("dtcParamLocation", kStatus);
+    EXPECT_EQ(box("txtFrmPicture")->text(), QString());
+    EXPECT_FALSE(pictureFrame());
+    EXPECT_TRUE(shown().isEmpty());
 }
 
 TEST_F(FrmMagCreateParams, AStatusWithoutAValueShowsMono) {
@@ -240,7 +301,7 @@ TEST_F(FrmMagCreateParams, AnEmptyPictureShowsTheFrameWithNothingInIt) {
     chooseFile(QStringLiteral("nowe.bmp"), picture("BMP"));
     store(QStringLiteral("Picture_pic"), QString());
     clickLocation(QStringLiteral("1_1_1_1"));
-    choosePictureFromBelow();
+    pick("dtcParamLocation", kPicture);
     EXPECT_TRUE(pictureFrame());
     EXPECT_TRUE(shown().isEmpty());
     EXPECT_EQ(box("txtFrmPicture")->text(), QString());
@@ -339,7 +400,7 @@ TEST_F(FrmMagCreateParams, TheDialogOfThePictureBeginsInTheIconFolderAndShowsAll
 TEST_F(FrmMagCreateParams, ACancelledDialogChangesNothing) {
     openOn(kPicture);
     const QString path = chooseFile(QStringLiteral("a.jpg"), picture("JPG"));
-    pick(QString());
+    pickFile(QString());
     EXPECT_EQ(box("txtFrmPicture")->text(), path);
     EXPECT_EQ(shown().size(), QSize(40, 20));
 }
@@ -347,7 +408,7 @@ TEST_F(FrmMagCreateParams, ACancelledDialogChangesNothing) {
 TEST_F(FrmMagCreateParams, AFileThatIsNotThereClearsThePicture) {
     openOn(kPicture);
     chooseFile(QStringLiteral("a.jpg"), picture("JPG"));
-    pick(QStringLiteral("C:\\Regalon\\none.jpg"));
+    pickFile(QStringLiteral("C:\\Regalon\\none.jpg"));
     EXPECT_TRUE(shown().isEmpty());
     EXPECT_EQ(value()->text(), QStringLiteral("none.jpg"));
     EXPECT_EQ(messages.count(), 0);
@@ -390,12 +451,15 @@ TEST_F(FrmMagCreateParams, APictureOf3000000BytesIsTooLargeAndOneByteLessPasses)
 }
 
 TEST_F(FrmMagCreateParams, ATifIsRefusedAsNoPictureWithTheTextThatNamesTif) {
+    ASSERT_EQ(QMimeDatabase().mimeTypeForData(tiff()).name(), QStringLiteral("image/tiff"));
     openOn(kPicture);
-    chooseFile(QStringLiteral("skan.tif"), QByteArray("II*\0\x08\0\0\0\0\0\0\0\0\0", 14));
+    const QString path = chooseFile(QStringLiteral("skan.tif"), tiff());
+    EXPECT_EQ(box("txtFrmPicture")->text(), path);
     messages.clear();
     save();
     expectNotice(kNoPicture);
     EXPECT_EQ(savings().size(), 0);
+    EXPECT_EQ(stored(QStringLiteral("Picture_pic")), QStringLiteral("NULL"));
 }
 
 TEST_F(FrmMagCreateParams, ATextCalledBmpIsRefusedAsNoPicture) {
@@ -439,12 +503,29 @@ TEST_F(FrmMagCreateParams, WithoutANewFileAnEmptyBoxRemovesTheStoredPicture) {
 
 TEST_F(FrmMagCreateParams, AFileThatIsNotThereSendsItsShortNameWhichTheDatabaseRefuses) {
     openOn(kPicture);
-    pick(QStringLiteral("C:\\Regalon\\none.jpg"));
+    pickFile(QStringLiteral("C:\\Regalon\\none.jpg"));
     save();
     ASSERT_EQ(savings().size(), 1);
     EXPECT_EQ(savings().first().at(6), QStringLiteral("none.jpg"));
     expectNotice(QStringLiteral("Przekazany tekst nie jest obrazem. Wybierz plik obrazka."));
     EXPECT_EQ(stored(QStringLiteral("Picture_pic")), QStringLiteral("NULL"));
+}
+
+TEST_F(FrmMagCreateParams, AWordLeftByAnotherParameterIsRefusedAsAPictureAndTheStoredOneStays) {
+    const QString kept = QString::fromLatin1(picture("BMP").toBase64());
+    store(QStringLiteral("Height_int"), QStringLiteral("1200"));
+    store(QStringLiteral("Picture_pic"), kept);
+    openOn(kHeight);
+    pick("dtcParamLocation", kPicture);
+    ASSERT_EQ(value()->text(), QStringLiteral("1200"));
+    save();
+    ASSERT_EQ(savings().size(), 1);
+    EXPECT_EQ(savings().first().mid(4, 4), QStringList({QStringLiteral("Picture_pic"), QString(),
+                                                        QStringLiteral("1200"), QStringLiteral("pic")}));
+    expectNotice(QStringLiteral("Przekazany tekst nie jest obrazem. Wybierz plik obrazka."));
+    EXPECT_EQ(stored(QStringLiteral("Picture_pic")).toStdString(), kept.toStdString());
+    EXPECT_EQ(shown().size(), QSize(40, 20));
+    EXPECT_EQ(saveCaption(), QStringLiteral("&Zapisz parametr"));
 }
 
 TEST_F(FrmMagCreateParams, AStoredPictureKeepsTheFileThatWasChosenForAnotherLocation) {
@@ -454,7 +535,7 @@ TEST_F(FrmMagCreateParams, AStoredPictureKeepsTheFileThatWasChosenForAnotherLoca
     choose("dtcParamLocation", kPicture);
     const QString path = chooseFile(QStringLiteral("a.jpg"), picture("JPG"));
     clickLocation(QStringLiteral("1_1_1_1"));
-    choosePictureFromBelow();
+    pick("dtcParamLocation", kPicture);
     EXPECT_EQ(box("txtFrmPicture")->text(), path);
 }
 
