@@ -38,7 +38,7 @@ BEGIN
         DECLARE @OldShelves smallint = 0;
         DECLARE @OtherShelves smallint = 0;
         DECLARE @NewShelves smallint;
-        DECLARE @Packages int = 0;
+        DECLARE @Refused int;
         DECLARE @InTheWay nvarchar(110);
 
         SET @Stand = ISNULL(@Stand, 0);
@@ -102,17 +102,9 @@ BEGIN
             RETURN 1;
         END
 
-        IF EXISTS (SELECT 1 FROM dbo.kolv_mag_Location
-                WHERE Rank = @Rank AND Stand = @Stand AND Shelf = @Shelf AND Location > @Locations)
-            SELECT @Packages = COUNT(*)
-            FROM dbo.Kolv_Mag_BarCode_Sur WITH (UPDLOCK, HOLDLOCK)
-            WHERE Rank = @Rank AND Stand = @Stand AND Shelf = @Shelf AND Active = N'Y';
-        IF @Packages > 0
-        BEGIN
-            SET @ErrDesc = N'Na półce ' + CAST(@Shelf AS nvarchar(6)) + N' leżą opakowania (liczba: '
-                + CAST(@Packages AS nvarchar(11)) + N'). Opróżnij półkę, zanim zmniejszysz liczbę jej lokalizacji.';
+        EXEC @Refused = dbo.kolv_mag_AddBookstandPackages @Rank, @Stand, @Shelf, @Locations, @ErrDesc OUTPUT;
+        IF @Refused > 0
             RETURN 1;
-        END
 
         -- A stand that neither moves nor grows stays where it is: its other values can be edited even if another
         -- program has put it on top of its neighbour.

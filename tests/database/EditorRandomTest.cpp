@@ -17,12 +17,22 @@ namespace {
 constexpr unsigned Seed = 20261121;
 constexpr int Actions = 1000;
 
+/// What a location's row says of its size (0: nothing), and how many packages of 900 x 600 x 600 mm and 100
+/// kg lie there.
+struct Place {
+    int width = 0;
+    int height = 0;
+    int weight = 0;
+    int packages = 0;
+};
+
 struct Stand {
     int shelfCount = 0;
     int left = 0;
     int top = 0;
     std::array<int, 4> locations{};
     std::array<int, 4> packages{};
+    std::array<std::array<Place, 3>, 4> places{};
 };
 
 /// The stands as they lie in the tables, by row and number.
@@ -51,6 +61,19 @@ Hall readHall(OdbcConnection& connection) {
         "SELECT Rank, Stand, Shelf, COUNT(*) FROM Kolv_Mag_BarCode_Sur WHERE Active = N'Y' GROUP BY Rank, "
         "Stand, Shelf",
         &Stand::packages);
+    const Rows places = connection.run(
+        "SELECT L.Rank, L.Stand, L.Shelf, L.Location, ISNULL(I.Width_int, 0), ISNULL(I.Height_int, 0), "
+        "ISNULL(I.Weight_int, 0), (SELECT COUNT(*) FROM Kolv_Mag_BarCode_Sur AS B WHERE B.Rank = L.Rank AND "
+        "B.Stand = L.Stand AND B.Shelf = L.Shelf AND B.Location = L.Location AND B.Active = N'Y') FROM "
+        "kolv_mag_Location AS L LEFT JOIN kolv_mag_Location_Item AS I ON I.Rank = L.Rank AND I.Stand = "
+        "L.Stand AND I.Shelf = L.Shelf AND I.Location = L.Location");
+    for (std::size_t i = 0; i < places.size(); ++i)
+        hall.at({whole(places, i, 0), whole(places, i, 1)})
+            .places.at(static_cast<std::size_t>(whole(places, i, 2) - 1))
+            .at(static_cast<std::size_t>(whole(places, i, 3) - 1)) = {.width = whole(places, i, 4),
+                                                                      .height = whole(places, i, 5),
+                                                                      .weight = whole(places, i, 6),
+                                                                      .packages = whole(places, i, 7)};
     return hall;
 }
 
@@ -73,6 +96,18 @@ int standsOf(const Hall& hall, int rank) {
         std::count_if(hall.begin(), hall.end(), [rank](const auto& s) { return s.first.first == rank; }));
 }
 
+/// Whether a location that keeps its packages has too few slots for them when its shelf has more locations.
+bool tooNarrow(const Place& place, int location, int before, int after) {
+    const auto slots = [location](int count) { return count == 1 ? 3 : count == 2 && location == 2 ? 2 : 1; };
+    if (slots(after) >= slots(before))
+        return false;
+    const double width = 900.0 * slots(after);
+    const double height = place.height > 0 ? place.height : 1200.0;
+    const bool tooMuch = place.packages * 900.0 * 600.0 * 600.0 > width * height * 1100.0;
+    const bool tooHeavy = place.packages * 100 > 1000 * slots(after);
+    return (place.width == 0 && tooMuch) || (place.weight == 0 && tooHeavy);
+}
+
 /// The stand as it would be after the call, or nothing when the call is to be refused.
 std::optional<Stand> wanted(const Hall& hall, const StandCall& call) {
     const auto old = hall.find({call.rank, call.stand});
@@ -91,6 +126,10 @@ std::optional<Stand> wanted(const Hall& hall, const StandCall& call) {
         const int count = call.locations.at(shelf);
         if (count < 0 || count > 3 || (count < stand.locations.at(shelf) && stand.packages.at(shelf) > 0))
             return std::nullopt;
+        for (int location = 1; location <= stand.locations.at(shelf) && count > 0; ++location)
+            if (tooNarrow(stand.places.at(shelf).at(static_cast<std::size_t>(location - 1)), location,
+                          stand.locations.at(shelf), count))
+                return std::nullopt;
         stand.locations.at(shelf) = count;
     }
     stand.shelfCount = highestShelf(stand.locations);

@@ -211,6 +211,55 @@ TEST_F(StandEditor, AShelfWithStockLosesNoLocations) {
     EXPECT_EQ(shelves(1, 1), "2:21");
 }
 
+TEST_F(StandEditor, AShelfGetsMoreLocationsWhileWhatLiesThereStillFits) {
+    hall_.build(1, "1", 3000, 4000);
+    hall_.put("P1", "1, 1, 1, 1");
+    const auto size = [this](const std::string& set) {
+        hall_.connection.run("UPDATE Kolv_Mag_BarCode_Sur SET " + set + " WHERE BarCode = N'P1'");
+    };
+    const StandCall three{.stand = 1, .locations = {3}};
+    const std::string tooNarrow =
+        "Lokalizacja 1 na półce 1 zrobi się węższa i nie pomieści opakowań, które na niej leżą. Przesuń je, "
+        "zanim zwiększysz liczbę lokalizacji półki.";
+    size("PackLength = 2400, PackWidth = 1000, PackHeight = 100, PackWeight = 100");
+    EXPECT_EQ(refused(three), tooNarrow) << "2400 mm on 900";
+    size("PackLength = 1200, PackWidth = 800, PackHeight = 1000, PackWeight = 1001");
+    EXPECT_EQ(refused(three), tooNarrow) << "1001 kg on a slot for 1000";
+    size("PackLength = 1240, PackWidth = 890, PackHeight = 1190, PackWeight = 100");
+    EXPECT_EQ(refused(three), tooNarrow) << "1313 litres in 1188";
+    size("PackLength = 1200, PackWidth = 900, PackHeight = 1000, PackWeight = 1000");
+    accepted(three);
+}
+
+TEST_F(StandEditor, OfTwoLocationsOnlyTheWideOneBecomesNarrower) {
+    hall_.build(1, "2", 3000, 4000);
+    hall_.put("P1", "1, 1, 1, 1");
+    hall_.connection.run(
+        "UPDATE Kolv_Mag_BarCode_Sur SET PackLength = 3000, PackWidth = 3000, PackHeight = 10");
+    const StandCall three{.stand = 1, .locations = {3}};
+    accepted(three);
+    ASSERT_EQ(hall_.one("SELECT COUNT(*) FROM kolv_mag_Location"), "3");
+    hall_.build(1, "2", 5000, 4000);
+    hall_.put("P2", "1, 2, 1, 2");
+    hall_.connection.run(
+        "UPDATE Kolv_Mag_BarCode_Sur SET PackLength = 1800, PackWidth = 1000, PackHeight = 10 WHERE BarCode "
+        "= N'P2'");
+    const StandCall other{.stand = 2, .locations = {3}, .left = 5000};
+    EXPECT_TRUE(says(refused(other), "Lokalizacja 2 na półce 1 zrobi się węższa"));
+    hall_.connection.run("UPDATE Kolv_Mag_BarCode_Sur SET Active = N'N' WHERE BarCode = N'P2'");
+    accepted(other);
+}
+
+TEST_F(StandEditor, ALocationWithAWidthAndAWeightOfItsOwnDoesNotBecomeNarrower) {
+    hall_.build(1, "1", 3000, 4000);
+    hall_.connection.run(
+        "INSERT INTO kolv_mag_Location_Item (Rank, Stand, Shelf, Location, ItemCode, GroupSur, Width_int, "
+        "Weight_int) VALUES (1, 1, 1, 1, N'', 0, 2700, 3000)");
+    hall_.put("P1", "1, 1, 1, 1");
+    hall_.connection.run("UPDATE Kolv_Mag_BarCode_Sur SET PackLength = 2400, PackWeight = 2000");
+    accepted({.stand = 1, .locations = {3}});
+}
+
 TEST_F(StandEditor, LocationsGoFromTheRightWithTheirAssignments) {
     hall_.build(1, "3", 3000, 4000);
     for (const char* address : {"1, 1, 1, 1", "1, 1, 1, 3"})
