@@ -20,11 +20,6 @@ namespace {
 
 using StandKey = std::pair<qint16, qint16>;
 
-/// Row and stand as they stand in a tag, in one text.
-QString standName(QStringView rank, QStringView stand) {
-    return rank % QLatin1Char('_') % stand;
-}
-
 }  // namespace
 
 /// The locations as the database has them, side by side.
@@ -43,6 +38,10 @@ SearchReportNames SearchReportNames::of(const QString& window) {
 
 MapSearch::MapSearch(MapBuilder& map, MapCanvas& canvas, MapDataClass& data, const SearchReportNames& names)
     : m_map(map), m_canvas(canvas), m_data(data), m_names(names) {}
+
+QString MapSearch::standName(QStringView rank, QStringView stand) {
+    return rank % QLatin1Char('_') % stand;
+}
 
 void MapSearch::ChangeIconOnLocation(const QString& ItemCode, qint16 mode) {
     WindowTrap(m_names.ChangeIconOnLocation, [&] {

@@ -40,14 +40,17 @@ public:
     /// Takes the grey away from locations and stands.
     void showPlain();
 
-private:
-    /// "Rank_Stand" of the stands that hold the material.
+    /// standName() of the stands that hold what is looked for.
     using Hits = QSet<QString>;
+    /// Row and stand as they stand in a tag, in one text.
+    static QString standName(QStringView rank, QStringView stand);
+    /// Greys the stands that are none of the hits. Throws for an icon that is none.
+    void greyStands(const Hits& hits);
 
+private:
     struct Rows;
 
     Hits greyLocations(const QString& ItemCode, const Rows& data);
-    void greyStands(const Hits& hits);
 
     MapBuilder& m_map;
     MapCanvas& m_canvas;

@@ -1,0 +1,57 @@
+// The controls for labels of packages. This version gathers what the labels would tell and prints nothing: no
+// step stands behind the gathering, and the buttons for the choice of a template and for the report of a
+// whole location do nothing.
+
+#include "common/ErrorTrap.h"
+#include "map/Notice.h"
+#include "map/StatusPanel.h"
+#include "platform/Convert.h"
+#include "platform/ListView.h"
+#include "views/BarCodeLabels.h"
+#include "views/frmMagWatchBarCodeLoc.h"
+
+#include <QGroupBox>
+#include <QLineEdit>
+
+namespace regalon {
+
+void frmMagWatchBarCodeLoc::PrintBarCodeLocation(bool fromLookup) {
+    WindowTrap("frmMagWatchBarCodeLoc - PrintBarCodeLocation", [&] {
+        // Only typing fills the code: nothing offers the templates.
+        if (TrimBlanks(m_txtRaportCode->text()).isEmpty()) {
+            showNotice(QStringLiteral("Brak wybranego szablonu wydruku etykiety !!"));
+            return;
+        }
+        // Here the way ends. A row that cannot be gathered is reported nevertheless.
+        if (fromLookup)
+            static_cast<void>(BarCodeLabels::ofPackage(m_txtBarCodeLookFor->text(), m_txtNumberCode->text()));
+        else
+            static_cast<void>(BarCodeLabels::ofTickedRows(*m_lstBarCodeLocation));
+    });
+}
+
+void frmMagWatchBarCodeLoc::tlbPodlad_ButtonClick(const QString& key) {
+    WindowTrap("frmMagWatchBarCodeLoc - tlbPodlad_ButtonClick", [&] {
+        if (key == u"key_Print")
+            PrintBarCodeLocation(false);
+        else if (key == u"key_Watch")
+            m_oleWatchTemplete->show();
+        else if (key == u"key_Close")
+            closeContent();
+    });
+}
+
+// Both report under the window of goods-in, whose buttons they were; support knows them so.
+
+void frmMagWatchBarCodeLoc::tlbPrintBarCodeAllLocation_ButtonClick(const QString& /*key*/) {
+    WindowTrap("frmMagSurImputBarCode - tvblRodzajeEtykiet_ButtonClick", [&] {
+        // Numbers beyond 16 bits in the address boxes are reported; neither button does anything else.
+        static_cast<void>(status().typedLocation());
+    });
+}
+
+void frmMagWatchBarCodeLoc::tvblRodzajeEtykiet_ButtonClick(const QString& /*key*/) {
+    // Nothing stands behind the one button.
+}
+
+}  // namespace regalon
