@@ -9,6 +9,7 @@
 #include "shell/mdiKolvestra.h"
 #include "stock/frmMagWatchShiftLoc.h"
 #include "views/frmMagWatch.h"
+#include "views/frmMagWatchBarCodeLoc.h"
 #include "views/frmMagWatchDetal.h"
 
 #include <QApplication>
@@ -51,6 +52,10 @@ ChildWindows childWindows(AppContext& context) {
     windows.MagCreate.create = [&context] { return new frmMagCreate(context); };
     windows.MagWatchShiftLoc.create = [&context, detail] { return new frmMagWatchShiftLoc(context, detail); };
     windows.MagWatchShiftLoc.beforeShow = tellPlace;
+    windows.MagWatchBarCodeLoc.create = [&context, detail] {
+        return new frmMagWatchBarCodeLoc(context, detail);
+    };
+    windows.MagWatchBarCodeLoc.beforeShow = tellPlace;
     return windows;
 }
 

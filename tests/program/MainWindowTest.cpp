@@ -94,19 +94,6 @@ TEST_F(MainWindow, ChangesTheStatusPanelsByLanguageAndStoresItAtTheEnd) {
     EXPECT_TRUE(storedLanguage().contains(QStringLiteral("strLang=UK"))) << qPrintable(storedLanguage());
 }
 
-TEST_F(MainWindow, AnswersWithTheStandardHandlerForAWindowThatIsNotThere) {
-    display.key(QStringLiteral("alt+a"));
-    for (int item = 2; item <= 4; ++item)
-        display.key(QStringLiteral("Down"));
-    display.key(QStringLiteral("Return"));
-    const QString title = client->messageTitle();
-    EXPECT_EQ(title, QStringLiteral("frmKolvestra - mnuMagSurBarCodeLoc_Click"));
-    keep(display.settledPicture(), QStringLiteral("not-there"));
-    display.key(QStringLiteral("Return"));
-    EXPECT_TRUE(client->windowGone(title));
-    EXPECT_EQ(leave(), 0);
-}
-
 TEST_F(MainWindow, ShowsTheSamePolishTextsInEveryLocale) {
     ASSERT_NO_FATAL_FAILURE(openPlan());
     const Spot spot = spotWhere(warehouse, QStringLiteral("A.StatLocation_cmb = N'1'"));
