@@ -54,3 +54,17 @@ BEGIN
         ELSE 0 END;
 END
 GO
+
+-- What the user reads when a procedure of the movers has failed. The victim of a deadlock (1205), and whoever has waited
+-- too long for a lock (1222), is only asked to try again.
+DROP FUNCTION IF EXISTS dbo.kolv_mag_fn_FailureText;
+GO
+CREATE FUNCTION dbo.kolv_mag_fn_FailureText (@What nvarchar(100), @Number int, @Message nvarchar(4000))
+RETURNS nvarchar(250)
+AS
+BEGIN
+    IF @Number IN (1205, 1222)
+        RETURN N'W tej samej chwili ktoś inny zmieniał stan magazynu. Niczego nie zapisano: spróbuj ponownie.';
+    RETURN LEFT(@What + N': ' + @Message, 250);
+END
+GO

@@ -1,6 +1,7 @@
 -- Stages the packages of one material that lie on a location (@DeleteLine N'N'), or takes the material out again (N'Y').
 -- Taking out asks no address: the user may have clicked on another location since. Staged once more, packages that are
--- still there keep their choice; those from elsewhere go, and so do those of last year, which are staged anew. An empty code stands for packages without one.
+-- still there keep their choice; those from elsewhere go, and so do those of last year, which are staged anew. An empty
+-- code stands for packages without one.
 DROP PROCEDURE IF EXISTS dbo.kolv_mag_BarCode_Shift_Tmp;
 GO
 CREATE PROCEDURE dbo.kolv_mag_BarCode_Shift_Tmp
@@ -31,10 +32,11 @@ BEGIN
         FROM dbo.Kolv_Mag_BarCode_Input_Sur_tym AS T
         WHERE T.SPID = -@@SPID AND T.HostName = HOST_NAME() AND T.UserSign = @UserSign
             AND T.Aplication = @Aplication AND T.Operation = @Operation AND T.ItemCode = @ItemCode
-            AND (@DeleteLine = N'Y' OR ISNULL(T.YearCode, 0) <> YEAR(GETDATE()) OR NOT EXISTS (SELECT 1 FROM dbo.Kolv_Mag_BarCode_Sur AS B
-                WHERE B.BarCode = T.BarCode AND B.Active = N'Y' AND B.Rank = @Rank AND B.Stand = @Stand
-                    AND B.Shelf = @Shelf AND B.Location = @Location
-                    AND T.Rank = @Rank AND T.Stand = @Stand AND T.Shelf = @Shelf AND T.Location = @Location));
+            AND (@DeleteLine = N'Y' OR ISNULL(T.YearCode, 0) <> YEAR(GETDATE())
+                OR NOT EXISTS (SELECT 1 FROM dbo.Kolv_Mag_BarCode_Sur AS B
+                    WHERE B.BarCode = T.BarCode AND B.Active = N'Y' AND B.Rank = @Rank AND B.Stand = @Stand
+                        AND B.Shelf = @Shelf AND B.Location = @Location
+                        AND T.Rank = @Rank AND T.Stand = @Stand AND T.Shelf = @Shelf AND T.Location = @Location));
 
         IF @DeleteLine <> N'Y'
         BEGIN
@@ -62,7 +64,7 @@ BEGIN
     BEGIN CATCH
         IF @@TRANCOUNT > 0
             ROLLBACK TRANSACTION;
-        SET @ErrDesc = LEFT(N'Błąd wyboru surowca do przesunięcia: ' + ERROR_MESSAGE(), 250);
+        SET @ErrDesc = dbo.kolv_mag_fn_FailureText(N'Błąd wyboru surowca do przesunięcia', ERROR_NUMBER(), ERROR_MESSAGE());
         RETURN 1;
     END CATCH
 END

@@ -110,7 +110,7 @@ BEGIN
     BEGIN CATCH
         IF @@TRANCOUNT > 0
             ROLLBACK TRANSACTION;
-        SET @ErrDesc = LEFT(N'Błąd przesunięcia opakowania: ' + ERROR_MESSAGE(), 250);
+        SET @ErrDesc = dbo.kolv_mag_fn_FailureText(N'Błąd przesunięcia opakowania', ERROR_NUMBER(), ERROR_MESSAGE());
         RETURN 1;
     END CATCH
 END

@@ -1,5 +1,5 @@
--- The staged packages of this connection and user, those of this year as everywhere else. The client takes the barcode from the last column. @Mode 1 returns
--- the rows, any other nothing.
+-- The staged packages of this connection and user, those of this year as everywhere else. The client takes the barcode
+-- from the last column. @Mode 1 returns the rows, any other nothing.
 DROP PROCEDURE IF EXISTS dbo.kolv_mag_Watch_BarCode_On_Location;
 GO
 CREATE PROCEDURE dbo.kolv_mag_Watch_BarCode_On_Location

@@ -229,6 +229,18 @@ TEST_F(Shift, AMoveInsideATransactionThatSomebodyHasLeftOpenIsRefused) {
     EXPECT_EQ(desk.move("10", Target).value, 0);
 }
 
+// magdb lets no procedure begin that would have to wait for a lock, so no move here fails by these numbers.
+TEST_F(Shift, TheVictimOfADeadlockAndWhoWaitsTooLongForALockAreAskedToTryAgain) {
+    const auto text = [this](const std::string& number) {
+        return hall.one("SELECT dbo.kolv_mag_fn_FailureText(N'Błąd', " + number + ", N'Transaction was...')");
+    };
+    const std::string again =
+        "W tej samej chwili ktoś inny zmieniał stan magazynu. Niczego nie zapisano: spróbuj ponownie.";
+    EXPECT_EQ(text("1205"), again);
+    EXPECT_EQ(text("1222"), again);
+    EXPECT_EQ(text("547"), "Błąd: Transaction was...");
+}
+
 TEST_F(Shift, TheLastShelfOfAStandIsNotTakenFromUnderAMovedPackage) {
     desk.take("A-1", Source, "10");
     ASSERT_EQ(desk.move("10", "2, 1, 1, 1").value, 0);
