@@ -26,15 +26,13 @@ BEGIN
                 AND (@All = 1 OR Aplication = @Aplication))
             OR HostName <> HOST_NAME());
 
-        EXEC dbo.kolv_mag_Temp_Tables;
-        DELETE FROM ##Temp_Prop_Location
-        WHERE SPID = -@@SPID AND ((HostName = HOST_NAME() AND UserSign = @UserSign
-                AND (@All = 1 OR (Aplication = @Aplication AND Operation = @Operation)))
-            OR HostName <> HOST_NAME());
-        DELETE FROM ##Temp_Prop_Location_BarCode
-        WHERE SPID = -@@SPID AND ((HostName = HOST_NAME() AND UserSign = @UserSign
-                AND (@All = 1 OR (Aplication = @Aplication AND Operation = @Operation)))
-            OR HostName <> HOST_NAME());
+        -- Proposals without staged packages are only in nobody's way, and their tables may go with their maker at any
+        -- moment: what is wrong with them is no failure.
+        BEGIN TRY
+            EXEC dbo.kolv_mag_Temp_Clear @UserSign, @All, @Aplication, @Operation;
+        END TRY
+        BEGIN CATCH
+        END CATCH
         RETURN 0;
     END TRY
     BEGIN CATCH

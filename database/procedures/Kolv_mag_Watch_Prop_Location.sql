@@ -22,6 +22,8 @@ BEGIN
     SET @ErrDesc = N'';
 
     BEGIN TRY
+        DECLARE @Refused int = 0;
+
         EXEC dbo.kolv_mag_Temp_Tables;
         -- Either table may have gone with the session that made it.
         IF EXISTS (SELECT 1 FROM dbo.Kolv_Mag_BarCode_Input_Sur_tym AS T
@@ -32,9 +34,9 @@ BEGIN
                                 AND P.HostName = C.HostName AND P.UserSign = C.UserSign
                         WHERE C.SPID = T.SPID AND C.HostName = T.HostName AND C.UserSign = T.UserSign
                             AND C.Aplication = T.Aplication AND C.Operation = T.Operation AND C.BarCode = T.BarCode))
-            EXEC dbo.kolv_mag_Prop_Location_Make @UserSign, @Aplication, @Operation;
+            EXEC @Refused = dbo.kolv_mag_Prop_Location_Make @UserSign, @Aplication, @Operation, @ErrDesc OUTPUT;
         IF @Mode = 0
-            RETURN 0;
+            RETURN @Refused;
 
         SELECT P.Place AS [Miejsce:1000;0],
             P.Rank AS [Rząd:550;2],

@@ -17,6 +17,8 @@ BEGIN
     BEGIN TRY
         DECLARE @Gone TABLE (BarCode nvarchar(50) NOT NULL, YearCode smallint NULL);
         DECLARE @Moved int;
+        DECLARE @Refused int;
+        DECLARE @Reason nvarchar(250);
 
         -- One statement, so that what is told is what was let go.
         DELETE T
@@ -38,13 +40,15 @@ BEGIN
         ELSE IF EXISTS (SELECT 1 FROM @Gone)
             SET @ErrDesc = N'Rozpoczął się nowy rok, a opakowania wybrano w poprzednim. Wybierz surowiec jeszcze raz.';
 
-        EXEC dbo.kolv_mag_Prop_Location_Make @UserSign, @Aplication, @Operation;
+        EXEC @Refused = dbo.kolv_mag_Prop_Location_Make @UserSign, @Aplication, @Operation, @Reason OUTPUT;
+        IF @Refused > 0
+            SET @ErrDesc = @Reason;
         RETURN CASE WHEN @ErrDesc = N'' THEN 0 ELSE 1 END;
     END TRY
     BEGIN CATCH
         IF @@TRANCOUNT > 0
             ROLLBACK TRANSACTION;
-        SET @ErrDesc = LEFT(N'Błąd wyznaczania lokalizacji: ' + ERROR_MESSAGE(), 250);
+        SET @ErrDesc = dbo.kolv_mag_fn_FailureText(N'Błąd wyznaczania lokalizacji', ERROR_NUMBER(), ERROR_MESSAGE());
         RETURN 1;
     END CATCH
 END

@@ -449,6 +449,32 @@ TEST_F(Proposals, NumbersOfPackagesAreUniqueAmongUsersAndComeAgain) {
     EXPECT_LE(rows.whole(1, 1), 2) << "the client reads 16 bits of them";
 }
 
+TEST_F(Proposals, WhenTheNumbersOfPackagesRunOutTheUserIsTold) {
+    hall.put({.barCode = "10"});
+    hall.put({.barCode = "11"});
+    ShiftDesk other = hall.desk(2, "MAG-WOZEK-2");
+    ASSERT_EQ(other.clear(), 0);
+    other.run(
+        "INSERT INTO ##Temp_Prop_Location_BarCode (IDCodeBar, HostName, SPID, UserSign, Aplication, "
+        "Operation, BarCode, Quantity, QuantityAdd) SELECT Number, HOST_NAME(), -@@SPID, 2, N'P', N'S', "
+        "N'X', 1, 1 FROM kolv_mag_Number WHERE Number <> 777");
+    desk.take("A-1", Source, "10");
+    EXPECT_EQ(desk.one("SELECT IDCodeBar FROM ##Temp_Prop_Location_BarCode WHERE UserSign = 1"), "777");
+    ASSERT_EQ(desk.choose("11").value, 0);
+    const Answer answer = desk.confirm();
+    EXPECT_EQ(answer.value, 1);
+    EXPECT_EQ(answer.message,
+              "Za dużo wybranych opakowań: u wszystkich użytkowników razem najwyżej 10000. Odznacz część z "
+              "nich albo poczekaj, aż inni skończą.");
+    const Answer prepared = desk.prepare();
+    EXPECT_EQ(prepared.value, 1);
+    EXPECT_EQ(prepared.message, answer.message);
+    EXPECT_TRUE(desk.proposals().empty());
+    EXPECT_EQ(other.clear(), 0);
+    EXPECT_EQ(desk.confirm().value, 0);
+    EXPECT_FALSE(desk.proposals().empty());
+}
+
 TEST_F(Proposals, ALineIsReadByItsTwoNumbers) {
     hall.put({.barCode = "10", .quantity = 12.5});
     hall.assign(Target, "A-1");

@@ -206,6 +206,15 @@ TEST_F(Staging, ClearingRemovesWhatADeadConnectionOfTheSameNumberHasLeft) {
     EXPECT_EQ(left.text(1), "another user of this connection");
 }
 
+TEST_F(Staging, ClearingSucceedsWhateverHasBecomeOfTheTablesOfProposals) {
+    ShiftDesk desk = hall.desk();
+    desk.take("A-1", "1, 1, 1, 1", "10");
+    desk.run("DROP TABLE ##Temp_Prop_Location; CREATE TABLE ##Temp_Prop_Location (Other int)");
+    EXPECT_EQ(desk.clear(), 0);
+    EXPECT_EQ(rows(), 0);
+    desk.run("DROP TABLE ##Temp_Prop_Location");
+}
+
 TEST_F(Staging, ATextQuotedWithoutTheNationalPrefixArrivesWithItsQuotes) {
     // The client strips quotes only from N'...': what it sends then is the letter between two quotes.
     ShiftDesk desk(hall.warehouse.connect(), 1, "N'''P'''");
