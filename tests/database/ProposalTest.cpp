@@ -515,6 +515,34 @@ TEST_F(Proposals, AnotherLineCanBecomeTheProposedOne) {
     EXPECT_EQ(desk.proposals().at(1).remark.rfind("Proponowana, ", 0), 0U);
 }
 
+TEST_F(Proposals, ThePlacesOfEachPackageGrowFewerWithTheirNumberDownToForty) {
+    hall.connection.run(
+        "INSERT INTO kolv_mag_Stand (Rank, Stand, ShelfCount, StandLeft, StandTop) SELECT 2, Number, 3, 700 "
+        "* "
+        "Number, 7000 FROM kolv_mag_Number WHERE Number BETWEEN 2 AND 5");
+    hall.connection.run(
+        "INSERT INTO kolv_mag_Location (Rank, Stand, Shelf, Location) SELECT 2, S.Number, H.Number, L.Number "
+        "FROM kolv_mag_Number AS S CROSS JOIN kolv_mag_Number AS H CROSS JOIN kolv_mag_Number AS L WHERE "
+        "S.Number BETWEEN 2 AND 5 AND H.Number <= 3 AND L.Number <= 3");
+    for (const auto& [packages, places] : std::map<int, int>{{400, 50}, {500, 40}, {501, 40}}) {
+        hall.connection.run("DELETE FROM Kolv_Mag_BarCode_Sur");
+        hall.connection.run(
+            "INSERT INTO Kolv_Mag_BarCode_Sur (BarCode, ItemCode, Quantity, Rank, Stand, Shelf, Location, "
+            "Active) SELECT CAST(1000 + Number AS nvarchar(9)), N'A-1', 1, 1, 1, 1, 1, N'Y' FROM "
+            "kolv_mag_Number WHERE Number <= " +
+            std::to_string(packages));
+        ASSERT_EQ(desk.stage("A-1", Source).value, 0);
+        desk.run("UPDATE Kolv_Mag_BarCode_Input_Sur_tym SET LineGrd = -1 WHERE SPID = -@@SPID");
+        ASSERT_EQ(desk.confirm().value, 0);
+        const Rows rows = desk.run(
+            "SELECT COUNT(*), MIN(Lines), MAX(Lines) FROM (SELECT IDCodeBar, COUNT(*) AS Lines FROM "
+            "##Temp_Prop_Location GROUP BY IDCodeBar) AS C");
+        EXPECT_EQ(rows.whole(0, 0), packages);
+        EXPECT_EQ(rows.whole(0, 1), places);
+        EXPECT_EQ(rows.whole(0, 2), places);
+    }
+}
+
 TEST_F(Proposals, FiveHundredChosenPackagesHaveEachItsPlaces) {
     hall.connection.run(
         "INSERT INTO Kolv_Mag_BarCode_Sur (BarCode, ItemCode, Quantity, PackLength, PackWidth, PackHeight, "
