@@ -76,7 +76,7 @@ void frmMagWatchBarCodeLoc::createToolbar() {
     addRefresh(tlbCmd);
     addSearch(tlbCmd);
     tlbCmd->addButton(QStringLiteral("key_LokkForBarCode"), QStringLiteral("Z&najdź kod"), {},
-                      programIcon(QStringLiteral("label.ico")));
+                      programIcon(QStringLiteral("find.ico")));
     connect(tlbCmd, &ToolBar::buttonClick, this, &frmMagWatchBarCodeLoc::tlbCmd_ButtonClick);
 }
 

@@ -216,7 +216,13 @@ TEST_F(FrmMagWatchBarCodeLocLookup, ClosingThePanelLeavesThePlanGreyUntilTheNext
 }
 
 TEST_F(FrmMagWatchBarCodeLocLookup, AMissingGreyIconEndsThePassUnderItsName) {
-    ASSERT_TRUE(QFile::remove(warehouse.server.driveC() + QStringLiteral("/Regalon/Ikony/LA_G_100.ico")));
+    ASSERT_TRUE(warehouse.useOwnIcons());
+    const QString all = warehouse.server.driveC() + QStringLiteral("/Regalon/Ikony/");
+    for (const char* name : {"R1_S_01.ico", "R1_S_02.ico", "R2_S_01.ico", "LA_P_30.ico", "LA_G_30.ico"})
+        ASSERT_TRUE(
+            QFile::copy(all + QString::fromLatin1(name), warehouse.ownIcon(QString::fromLatin1(name))));
+    open();
+    openLookup();
     lookFor(QStringLiteral("2001"));
     showOnPlan();
     ASSERT_EQ(messages.count(), 1);
