@@ -26,7 +26,7 @@ constexpr int kFrameLeft = 120;
 constexpr int kFrameWidth = 14970;
 constexpr int kFrameHeight = 2490;
 // Down to the frame of the stand: two rows of buttons that save, one of each frame, would be mistaken.
-constexpr int kGroupHeight = 5700;
+constexpr int kGroupHeight = 5835;
 // Room for the columns of both lists, of which the first shows the unit as well.
 constexpr int kMaterialListWidth = 7200;
 constexpr int kMemberListWidth = 6450;

@@ -18,7 +18,7 @@ constexpr int standTop = 7000;
 constexpr int standHeight = 2700;
 constexpr int locationHeight = 2490;
 constexpr int locationTop = standTop - locationHeight + 70;
-constexpr int groupHeight = 5700;
+constexpr int groupHeight = 5835;
 constexpr int barHeight = 480;
 
 constexpr int twipsOfPixel = 15;
@@ -171,7 +171,7 @@ void LayoutDesk::pickFile(const Control& button, const QString& name) {
     display.activate(window);
     display.type(name);
     display.key(QStringLiteral("Return"));
-    ASSERT_TRUE(client->windowGone(kFileTitle));
+    leaveWindow(kFileTitle);
 }
 
 void LayoutDesk::lookFor(const QString& code) {
@@ -183,7 +183,13 @@ void LayoutDesk::lookFor(const QString& code) {
     ASSERT_TRUE(traced(QStringLiteral("exec Kolv_mag_LookFor_Item '%1%' , 'ItemCode',1").arg(code)));
     display.key(QStringLiteral("Down"));
     display.key(QStringLiteral("Return"));
-    ASSERT_TRUE(client->windowGone(kSearchTitle));
+    leaveWindow(kSearchTitle);
+}
+
+/// Until the main window has the keyboard again, whose keys would be lost.
+void LayoutDesk::leaveWindow(const QString& title) {
+    ASSERT_TRUE(client->windowGone(title));
+    display.activate(client->mainWindow());
 }
 
 void LayoutDesk::answer(const QString& title, const QString& key) {
@@ -191,7 +197,7 @@ void LayoutDesk::answer(const QString& title, const QString& key) {
     ASSERT_FALSE(window.isEmpty());
     display.activate(window);
     display.key(key);
-    ASSERT_TRUE(client->windowGone(title));
+    leaveWindow(title);
 }
 
 void LayoutDesk::copyMessage(const QString& title) {
@@ -215,12 +221,14 @@ void LayoutDesk::pasteIntoSearch(const QString& expected) {
     EXPECT_TRUE(traced(QStringLiteral("exec Kolv_mag_LookFor_Item '%1%' , 'ItemCode',1").arg(expected)))
         << qPrintable(warehouse.trace().join(u'\n'));
     display.key(QStringLiteral("Escape"));
-    ASSERT_TRUE(client->windowGone(kSearchTitle));
+    leaveWindow(kSearchTitle);
 }
 
 void LayoutDesk::expectRows(const QString& sql, const QStringList& expected) const {
+    // What comes behind a save that failed would wait in vain.
+    ASSERT_FALSE(HasFatalFailure());
     eventually([&] { return linesOf(warehouse, sql) == expected; });
-    EXPECT_EQ(linesOf(warehouse, sql), expected);
+    ASSERT_EQ(linesOf(warehouse, sql), expected);
 }
 
 void LayoutDesk::expectStands(const QStringList& expected) const {

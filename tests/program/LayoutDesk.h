@@ -114,6 +114,7 @@ protected:
 private:
     QPoint findFrame(int height) const;
     void restHand() const;
+    void leaveWindow(const QString& title);
 
     /// Corners of the frames on the plan, twips.
     std::array<QPoint, 3> m_corners;

@@ -15,6 +15,13 @@ void ProgramTest::SetUp() {
     client = newClient();
 }
 
+void ProgramTest::TearDown() {
+    if (HasFailure()) {
+        const testing::TestInfo* test = testing::UnitTest::GetInstance()->current_test_info();
+        keep(display.picture(), QStringLiteral("failed-%1").arg(QString::fromUtf8(test->name())));
+    }
+}
+
 std::unique_ptr<Client> ProgramTest::newClient() const {
     auto made = std::make_unique<Client>(display);
     made->setEnvironment(QStringLiteral("REGALON_DRIVE_C"), warehouse.driveC());

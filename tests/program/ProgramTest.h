@@ -19,6 +19,8 @@ protected:
     explicit ProgramTest(QSize screen = {1280, 1024}) : display(screen) {}
 
     void SetUp() override;
+    /// Keeps what the display shows at the end of a test that failed.
+    void TearDown() override;
     /// A client with the warehouse's drive C, not started.
     std::unique_ptr<Client> newClient() const;
     /// Writes the warehouse's connection file with the program that administrators use.
