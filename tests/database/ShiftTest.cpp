@@ -48,7 +48,7 @@ TEST_F(Shift, APackageMovesWithItsHistoryAndTheFillsOfBothShelves) {
     EXPECT_EQ(hall.one("SELECT LocationPercent FROM kolv_mag_Location WHERE " + whereAddress(Target)), "20");
     const Rows rows = hall.connection.run(
         "SELECT BarCode, Operation, Quantity, FromRank, FromStand, FromShelf, FromLocation, ToRank, ToStand, "
-        "ToShelf, ToLocation, UserSign, HostName, DATEDIFF(minute, BookDate, GETDATE()) FROM "
+        "ToShelf, ToLocation, UserSign, HostName, DATEDIFF(second, BookDate, GETDATE()) / 60 FROM "
         "Kolv_Mag_BarCode_Sur_History");
     ASSERT_EQ(rows.size(), 1U);
     const std::vector<std::string> expected{"10", "S", "10.000000", "1", "1", "1",           "1",
