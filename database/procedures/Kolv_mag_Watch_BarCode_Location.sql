@@ -20,13 +20,13 @@ BEGIN
         RETURN 0;
 
     SELECT B.BarCode AS [Kod kreskowy:2000;0],
-        ISNULL(B.ItemCode, N'') + ISNULL(N' - ' + I.ItemName, N'') AS [Surowiec:4750;0],
+        ISNULL(B.ItemCode, N'') + ISNULL(N' - ' + I.ItemName, N'') AS [Surowiec:4450;0],
         ISNULL(B.DocNum, 0) AS [Zamówienie:1200;1],
         ISNULL(B.LineNum, 0) AS [Poz.:600;1],
         ISNULL(B.NumberCode, 0) AS [Nr kodu:900;1],
         CASE WHEN B.Active = N'Y' THEN N'' ELSE N'wydano ' END
             + REPLACE(CAST(CAST(ISNULL(B.Quantity, 0) AS decimal(19, 2)) AS nvarchar(25)), N'.', N',')
-            + ISNULL(N' ' + I.InvntryUom, N'') AS [Ilość:1800;1]
+            + ISNULL(N' ' + I.InvntryUom, N'') AS [Ilość:2250;1]
     FROM dbo.Kolv_Mag_BarCode_Sur AS B
         LEFT JOIN dbo.OITM AS I ON I.ItemCode = B.ItemCode
     WHERE B.Rank = @Rank AND B.Stand = @Stand AND B.Shelf = @Shelf AND B.Location = @Location

@@ -140,7 +140,7 @@ void frmMagWatchBarCodeLoc::createDescription() {
         addPair(frame, "lblQuantityPercentDesc", QStringLiteral("Zawartość procentowa:"),
                 "lblQuantityPercentData", 3000, 870, 2160, 960);
     m_lblBarCodeActiveData = addPair(frame, "lblBarCodeActiveDesc", QStringLiteral("Ilość kodów aktywnych:"),
-                                     "lblBarCodeActiveData", 6240, 870, 2160, 960);
+                                     "lblBarCodeActiveData", 6240, 870, 2250, 960);
     m_lblBarCodeGlobalData = addPair(frame, "lblBarCodeGlobalDesc", QStringLiteral("Ilość kodów globalna:"),
                                      "lblBarCodeGlobalData", 9600, 870, 2100, 960);
 }
