@@ -7,7 +7,9 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QStyledItemDelegate>
 
+#include <algorithm>
 #include <utility>
 
 namespace regalon {
@@ -24,6 +26,23 @@ int rowOf(const ListModel& list, int number) {
         throw RunTimeError(RunTime::IndexOutOfBounds);
     return number - 1;
 }
+
+/// All rows have the height of the first one, and that has room for an icon wherever the list has icons.
+class RowDelegate : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+        QSize size = QStyledItemDelegate::sizeHint(option, index);
+        const auto* list = qobject_cast<const ListView*>(option.widget);
+        if (list != nullptr && list->smallIcons() != nullptr)
+            size.setHeight(std::max(size.height(), option.decorationSize.height() + kAroundIcon));
+        return size;
+    }
+
+private:
+    static constexpr int kAroundIcon = 2;
+};
 
 ListItem* itemOf(const QModelIndex& index) {
     return static_cast<ListItem*>(index.internalPointer());
@@ -46,6 +65,7 @@ ListView::ListView(QWidget* parent) : QTreeView(parent), m_list(new ListModel(th
     header()->setSectionsClickable(true);
     header()->setMinimumSectionSize(0);
     setModel(m_list);
+    setItemDelegate(new RowDelegate(this));
 
     connect(m_list, &ListModel::userChecked, this, [this](ListItem* item) {
         m_checkedByClick = true;

@@ -23,7 +23,7 @@ namespace {
 constexpr int kShiftLeft = 1320;
 constexpr int kShiftTop = 600;
 constexpr int kShiftWidth = 13770;
-constexpr int kShiftHeight = 7680;
+constexpr int kShiftHeight = 7695;  // with the bottom wall
 
 // Inside it the materials and packages above the proposals, which are more; each list over its buttons.
 constexpr int kInset = 90;

@@ -266,6 +266,26 @@ TEST(ListView, SmallIconsComeFromTheImageList) {
     EXPECT_FALSE(list.model()->index(0, 0).data(Qt::DecorationRole).isValid());
 }
 
+TEST(ListView, RowsOfAListWithIconsHaveRoomForThemAlsoBehindARowWithoutOne) {
+    QPixmap picture(16, 16);
+    picture.fill(Qt::red);
+    ImageList icons;
+    icons.add(QIcon(picture));
+    const auto heightOfRow = [&icons](bool withImages, int iconOfFirstRow) {
+        ListView list;
+        list.addHeader(QStringLiteral("a"));
+        if (withImages)
+            list.setSmallIcons(&icons);
+        fill(list, "jeden dwa");
+        list.item(1)->setSmallIcon(iconOfFirstRow);
+        list.show();
+        return list.visualRect(list.model()->index(1, 0)).height();
+    };
+    EXPECT_EQ(heightOfRow(true, 0), heightOfRow(true, 1));
+    EXPECT_GE(heightOfRow(true, 0), 16);
+    EXPECT_LE(heightOfRow(false, 0), heightOfRow(true, 0));
+}
+
 TEST(ListView, AHundredThousandRowsFillSortAndScrollQuickly) {
     ListView list;
     for (const char* caption : {"Lp", "Indeks", "Nazwa"})
