@@ -113,7 +113,7 @@ void frmMagCreate::createLocationAddress() {
 void frmMagCreate::createLocationParams() {
     QWidget* frame = m_frmAddSurOnLocalization;
     place(addLabel(frame, "lblParamsLocaton", QStringLiteral("Parametry statyczne lokalizacji:")), kParamLeft,
-          720, kParamWidth, 300);
+          705, kParamWidth, 300);
     m_dtcParamLocation = add<DataCombo>(frame, "dtcParamLocation", kParamLeft, 1005, kParamWidth);
     connect(m_dtcParamLocation, &DataCombo::changed, this, &frmMagCreate::dtcParamLocation_Change);
     // The box and the choice share one place; the kind of the parameter tells which of them shows.
@@ -149,7 +149,7 @@ void frmMagCreate::createGroupFrame() {
     createGroupLists();
 
     m_tlbSaveGroupLocation =
-        add<ToolBar>(m_frmDefGroupLocation, "tlbSaveGroupLocation", 90, 5085, kFrameWidth - 180, 510);
+        add<ToolBar>(m_frmDefGroupLocation, "tlbSaveGroupLocation", 90, 5115, kFrameWidth - 180, 510);
     m_tlbSaveGroupLocation->addButton(QStringLiteral("key_Delete"), QStringLiteral("&Usuń"), {},
                                       programIcon(QStringLiteral("img_37.ico")));
     m_tlbSaveGroupLocation->addButton(QStringLiteral("key_Cancel"), QStringLiteral("&Anuluj"), {},

@@ -1,5 +1,6 @@
 #include "map/LayoutEditor.h"
 
+#include "artwork/Icons.h"
 #include "support/Events.h"
 
 #include <QAbstractItemView>
@@ -10,6 +11,7 @@ namespace regalon::test {
 LayoutEditor::LayoutEditor(LocalWarehouse::Content content) : warehouse(content) {}
 
 void LayoutEditor::SetUp() {
+    loadProgramIcons();  // a toolbar is wider with them
     ASSERT_TRUE(warehouse.start()) << qPrintable(warehouse.why());
 }
 

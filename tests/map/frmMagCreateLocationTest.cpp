@@ -44,6 +44,19 @@ protected:
                                               "Shelf,'/',Location) = '%1'")
                                    .arg(address));
     }
+    /// Searches and takes SUR-2.
+    void searchSecond() {
+        test::whenModal([](QWidget* modal) {
+            auto* found = modal->findChild<ListView*>(QStringLiteral("lstSurOnMag"));
+            for (int row = 1; row <= found->itemCount(); ++row) {
+                if (found->item(row)->text() == u"SUR-2")
+                    found->setSelectedItem(found->item(row));
+            }
+            test::key(found, Qt::Key_Return);
+            static_cast<QDialog*>(modal)->reject();  // stays open without a marked row
+        });
+        test::click(control<QPushButton>("cmdLookFor"));
+    }
     QAction* labelButton() const { return toolBar("tlbCmd")->button(3); }
     QStringList keys() const {
         return {choice("dtcSurOnLOcalization")->boundText(), choice("dtcGroupOnLocalization")->boundText(),
@@ -220,20 +233,26 @@ TEST_F(FrmMagCreateLocation, TheSearchGivesItsMaterialToTheList) {
     open();
     clickLocation(QStringLiteral("1_1_1_1"));
     warehouse.server.clearTrace();
-    test::whenModal([](QWidget* modal) {
-        auto* found = modal->findChild<ListView*>(QStringLiteral("lstSurOnMag"));
-        for (int row = 1; row <= found->itemCount(); ++row) {
-            if (found->item(row)->text() == u"SUR-2")
-                found->setSelectedItem(found->item(row));
-        }
-        test::key(found, Qt::Key_Return);
-        static_cast<QDialog*>(modal)->reject();  // stays open without a marked row
-    });
-    test::click(control<QPushButton>("cmdLookFor"));
+    searchSecond();
     EXPECT_EQ(choice("dtcSurOnLOcalization")->boundText(), QStringLiteral("SUR-2"));
     // All materials, not those in the warehouse alone.
     EXPECT_TRUE(warehouse.batches().contains(QStringLiteral("exec Kolv_mag_LookFor_Item '%' , 'ItemCode',1")))
         << qPrintable(warehouse.batches().join(u'\n'));
+}
+
+TEST_F(FrmMagCreateLocation, OpenedAgainItKnowsNoMaterialOfASearchBefore) {
+    open();
+    clickLocation(QStringLiteral("1_1_1_1"));
+    searchSecond();
+    ASSERT_EQ(choice("dtcSurOnLOcalization")->boundText(), QStringLiteral("SUR-2"));
+    window->unload();
+    window->show();
+    clickLocation(QStringLiteral("1_1_1_1"));
+    // Closed by its frame the dialog writes nothing.
+    test::whenModal([](QWidget* modal) { modal->close(); });
+    test::click(control<QPushButton>("cmdLookFor"));
+    EXPECT_EQ(choice("dtcSurOnLOcalization")->boundText(), QString());
+    EXPECT_EQ(messages.count(), 0);
 }
 
 TEST_F(FrmMagCreateLocation, ACancelledSearchGivesTheListItsOldMaterial) {
