@@ -94,7 +94,9 @@ void frmMagCreate::cmdAddSurOnGroup_Click() {
         const ListItem* marked = m_lstSurOnMag->selectedItem();
         if (marked == nullptr || rowOf(*m_lstSurOnGroup, marked->text()) > 0)
             return;
-        m_lstSurOnGroup->addItem(marked->text())->setSubItem(kName, marked->subItem(kName));
+        // Read first: a list without a name adds no half of a row.
+        const QString name = marked->subItem(kName);
+        m_lstSurOnGroup->addItem(marked->text())->setSubItem(kName, name);
     });
 }
 

@@ -630,8 +630,7 @@ TEST_F(FrmMagCreateParams, WithTheServerGoneASaveReportsOnceAndDoesNotSayThatItS
     enter(value(), QStringLiteral("900"));
     warehouse.server.kill();
     save();
-    ASSERT_EQ(messages.count(), 1);
-    EXPECT_TRUE(messages.last().Title.contains(QStringLiteral("SaveLocationParamStatic")));
+    expectTitles({QStringLiteral("Error - clsMagCreate [SaveLocationParamStatic]")});
     EXPECT_EQ(saveCaption(), QStringLiteral("&Zapisz parametr"));
     EXPECT_EQ(value()->text(), QStringLiteral("900"));
     ASSERT_TRUE(warehouse.server.start());
