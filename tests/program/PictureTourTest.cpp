@@ -3,6 +3,7 @@
 #include "program/ProgramTest.h"
 
 #include <QDir>
+#include <QRegularExpression>
 
 namespace regalon::test {
 namespace {
@@ -21,7 +22,7 @@ protected:
         process.setProcessChannelMode(QProcess::ForwardedChannels);
         process.start(QStringLiteral(REGALON_SOURCE_DIR "/scripts/picture-tour"),
                       {QStringLiteral(REGALON_BINARY_DIR "/bin/regalon"), connectionFile, output()});
-        constexpr int patience = 200000;  // milliseconds
+        constexpr int patience = 280000;  // milliseconds
         return process.waitForFinished(patience) && process.exitStatus() == QProcess::NormalExit
                    ? process.exitCode()
                    : -1;
@@ -32,7 +33,7 @@ protected:
     LocalWarehouse warehouse;
 };
 
-TEST_F(PictureTour, LeavesPicturesOfThePlanTheSearchTheRefreshAStandAndTheMaterials) {
+TEST_F(PictureTour, LeavesPicturesOfThePlanTheSearchTheRefreshAStandTheMaterialsAndAShift) {
     QProcess connect;
     connect.start(QStringLiteral(REGALON_BINARY_DIR "/bin/regalon-connect"), {warehouse.connectFile()});
     connect.write(QStringLiteral("Login:%1\nHaslo:%2\nServer:%3\nBaza:%4\n")
@@ -58,13 +59,25 @@ TEST_F(PictureTour, LeavesPicturesOfThePlanTheSearchTheRefreshAStandAndTheMateri
     EXPECT_NE(picture("stand.png"), picture("stand-picture.png"));
     EXPECT_NE(picture("stand-picture.png"), picture("stand-notes.png"));
     EXPECT_NE(picture("stand-notes.png"), picture("stand-materials.png"));
-    for (const char* name : {"grey-2x.png", "lookfor-2x.png", "autorefresh-2x.png", "stand-2x.png",
-                             "stand-picture-2x.png", "stand-notes-2x.png", "stand-materials-2x.png"})
+    EXPECT_TRUE(findPlan(picture("shift-location.png")).has_value());
+    EXPECT_NE(picture("shift.png"), picture("shift-location.png"));
+    EXPECT_NE(picture("shift-location.png"), picture("shift-materials.png"));
+    EXPECT_NE(picture("shift-materials.png"), picture("shift-packages.png"));
+    for (const char* name :
+         {"grey-2x.png", "lookfor-2x.png", "autorefresh-2x.png", "stand-2x.png", "stand-picture-2x.png",
+          "stand-notes-2x.png", "stand-materials-2x.png", "shift-2x.png", "shift-location-2x.png",
+          "shift-materials-2x.png", "shift-packages-2x.png"})
         EXPECT_FALSE(picture(name).isNull()) << name;
     EXPECT_EQ(warehouse.trace().filter(QStringLiteral(" select A.LocationName,A.LocationPercent")).size(), 2)
         << "one pass at each density";
-    EXPECT_EQ(warehouse.trace().filter(QStringLiteral("exec kolv_mag_Watch_Item_On_Location")).size(), 4)
-        << "two phases at each density";
+    const QStringList items =
+        warehouse.trace().filter(QStringLiteral("exec kolv_mag_Watch_Item_On_Location"));
+    EXPECT_EQ(items.filter(QStringLiteral(",N'W'")).size(), 4) << "two phases at each density";
+    EXPECT_EQ(warehouse.trace().filter(QStringLiteral("exec kolv_mag_Watch_BarCode_On_Location")).size(), 2);
+    EXPECT_TRUE(warehouse.trace()
+                    .filter(QRegularExpression(QStringLiteral("^kolv_mag_Shift_Location_BarCode\\t")))
+                    .isEmpty())
+        << "nothing moves";
     EXPECT_FALSE(
         warehouse.trace().filter(QStringLiteral("exec kolv_mag_Watch_Detal_Item_On_Location")).isEmpty());
 }
