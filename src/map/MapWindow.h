@@ -27,12 +27,12 @@ public:
 
     QSize sizeHint() const override;
 
-protected:
     /// Twips. The surface fits a child window of the main window's fixed size without scroll bars.
     static constexpr int SurfaceWidth = 15210;
     static constexpr int SurfaceHeight = 9720;
     static constexpr int ToolStripHeight = 570;
 
+protected:
     /// `name` is the window's design name and the first part of the names under which it reports. The context
     /// must outlive the window.
     MapWindow(AppContext& context, const QString& name, const QString& caption, QWidget* parent);

@@ -4,7 +4,6 @@
 #include "common/ErrorTrap.h"
 #include "map/MapCanvas.h"
 #include "platform/DataCombo.h"
-#include "platform/KeyPreview.h"
 #include "platform/ListView.h"
 #include "platform/PictureBox.h"
 #include "platform/Screen.h"
@@ -13,22 +12,17 @@
 
 #include <QAction>
 #include <QCheckBox>
-#include <QCloseEvent>
 #include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMdiSubWindow>
 #include <QPlainTextEdit>
-#include <QShowEvent>
 #include <QTimer>
 
 namespace regalon {
 
 namespace {
-
-constexpr int kKeyD = 68;
-constexpr int kKeyW = 87;
 
 constexpr int kPrintLabel = 3;  // number of its button
 constexpr int kSaveParam = 1;
@@ -47,35 +41,14 @@ void moveTo(QWidget* frame, qint32 top) {
 
 frmMagCreate::~frmMagCreate() = default;
 
-void frmMagCreate::unload() {
-    if (auto* frame = qobject_cast<QMdiSubWindow*>(parentWidget()))
-        frame->close();
-    else
-        close();
-}
-
-void frmMagCreate::showEvent(QShowEvent* event) {
-    if (!m_loaded && !event->spontaneous()) {
-        m_loaded = true;
-        Form_Load();
-    }
-    QWidget::showEvent(event);
-}
-
-void frmMagCreate::closeEvent(QCloseEvent* event) {
-    m_loaded = false;
-    m_timer1->stop();
-    event->accept();
-}
-
 void frmMagCreate::Form_Load() {
     WindowTrap("frmMagCreate - Form_Load", [&] {
         m_map.reset();
-        m_data = std::make_unique<clsMagCreate>(m_context);
-        m_watch = std::make_unique<clsMagWatch>(m_context);
-        m_map = std::make_unique<MapBuilder>(m_context, *m_canvas, *m_watch,
+        m_data = std::make_unique<clsMagCreate>(context());
+        m_watch = std::make_unique<clsMagWatch>(context());
+        m_map = std::make_unique<MapBuilder>(context(), canvas(), *m_watch,
                                              MapReportNames::of(QStringLiteral("frmMagCreate")));
-        m_map->setIconFolder(iconFolder(m_context));
+        m_map->setIconFolder(iconFolder(context()));
         resetDesign();
         for (const Shelf& shelf : m_shelves)
             shelf.frame->hide();
@@ -90,13 +63,17 @@ void frmMagCreate::Form_Load() {
         FillParamStaticLocalization();
         m_timer1->stop();
         m_tickCounter = 0;
-        m_tlbSaveParamLocalization->button(kSaveParam)->setIcon(m_imgSmall.icon(kImageOfSave));
+        m_tlbSaveParamLocalization->button(kSaveParam)->setIcon(imgSmall().icon(kImageOfSave));
         m_frmDefGroupLocation->hide();
         m_frmWathSurPicture->hide();
         RefreschWatchStore();
         m_tlbCmd->button(kPrintLabel)->setEnabled(false);
         m_cmbStatusLocation->hide();
     });
+}
+
+void frmMagCreate::Form_Unload() {
+    m_timer1->stop();
 }
 
 /// The state of the controls as designed, for a window that is opened once more.
@@ -157,14 +134,7 @@ void frmMagCreate::RefreschWatchStore() {
 }
 
 void frmMagCreate::Form_KeyDown(int keyCode, int shift) {
-    WindowTrap("frmMagCreate - Form_KeyDown", [&] {
-        if (shift == ShiftMask::Alt && keyCode == kKeyW)
-            unload();
-        else if (shift == ShiftMask::Alt && keyCode == kKeyD) {
-            // Reserved: the letter is looked at, but nothing is bound to it.
-        }
-        Screen::setMousePointer(MousePointer::Default);
-    });
+    WindowTrap("frmMagCreate - Form_KeyDown", [&] { handleKey(keyCode, shift); });
 }
 
 void frmMagCreate::tlbCmd_ButtonClick(const QString& key) {

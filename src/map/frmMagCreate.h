@@ -2,12 +2,11 @@
 
 #include "map/LocationAddress.h"
 #include "map/MapBuilder.h"
+#include "map/MapWindow.h"
 #include "map/clsMagCreate.h"
 #include "map/clsMagWatch.h"
-#include "platform/ImageList.h"
 
 #include <QString>
-#include <QWidget>
 
 #include <array>
 #include <memory>
@@ -25,17 +24,14 @@ class QTimer;
 namespace regalon {
 
 class CommonDialog;
-class CoolBar;
 class DataCombo;
 class ListView;
-class MapCanvas;
 class PictureBox;
 class ToolBar;
 
 /// The layout editor: the plan, and over it the frames in which a manager defines stands with their shelves
-/// and locations, what belongs on a location, and the material groups. It reads the warehouse when it is
-/// first shown, and again when it is shown after it was closed.
-class frmMagCreate : public QWidget {
+/// and locations, what belongs on a location, and the material groups.
+class frmMagCreate : public MapWindow {
     Q_OBJECT
 
 public:
@@ -45,15 +41,6 @@ public:
 
     /// Written by the item search dialog before it closes.
     void setItemCode(const QString& itemCode) { m_itemCode = itemCode; }
-
-    /// Closes the window, with its frame inside the main window.
-    void unload();
-
-    QSize sizeHint() const override;
-
-protected:
-    void showEvent(QShowEvent* event) override;
-    void closeEvent(QCloseEvent* event) override;
 
 private:
     static constexpr int kShelves = 4;
@@ -73,8 +60,7 @@ private:
         qint16 Left = 0;
     };
 
-    // Design of the plan and the stand side (frmMagCreate_Design.cpp)
-    void createPlan();
+    // Design of the stand side (frmMagCreate_Design.cpp)
     void createToolbars();
     void createStandFrame();
     void createStandChoice();
@@ -97,8 +83,9 @@ private:
     void createTimer();
 
     // The window (frmMagCreate.cpp)
-    void Form_Load();
-    void Form_KeyDown(int keyCode, int shift);
+    void Form_Load() override;
+    void Form_Unload() override;
+    void Form_KeyDown(int keyCode, int shift) override;
     void tlbCmd_ButtonClick(const QString& key);
     void chkFramePozytion_Click();
     void FillComboBox();
@@ -121,7 +108,7 @@ private:
     void dtcShelfCount_Change_Object();
     bool txtLeft_Validate();
     bool txtTop_Validate();
-    void imgBookStand_Click(int index);
+    void imgBookStand_Click(int index) override;
     void tlbPathIconFile_ButtonClick(const QString& key);
     void showStand(const StandParameters& stand);
     void clearStand();
@@ -148,7 +135,7 @@ private:
     void WatchStandOnForm(const BookstandData& stand);
 
     // The location editor (frmMagCreate_Location.cpp)
-    void imglocation_Click(int index);
+    void imglocation_Click(int index) override;
     void FillComboSur();
     void FillGroupOnLocalization();
     void FillParamStaticLocalization();
@@ -186,8 +173,6 @@ private:
     void saveMembers(qint16 group);
     void saveNewGroup();
 
-    AppContext& m_context;
-
     // State. The data classes and the plan live from load to load.
     std::unique_ptr<clsMagCreate> m_data;
     std::unique_ptr<clsMagWatch> m_watch;
@@ -196,17 +181,12 @@ private:
     QString m_itemCode;
     qint32 m_framePosition = 0;  ///< Top of frmCreate in its lower position, twips
     qint32 m_tickCounter = 0;    ///< seconds for which the save button of the parameters says "Zapisano"
-    bool m_loaded = false;
 
     // Controls, owned by their parents.
-    QWidget* m_surface = nullptr;
-    MapCanvas* m_canvas = nullptr;
-    CoolBar* m_clbData = nullptr;
     ToolBar* m_tlbCmd = nullptr;
     QCheckBox* m_chkFramePozytion = nullptr;
     CommonDialog* m_commonDialog = nullptr;
     QTimer* m_timer1 = nullptr;
-    ImageList m_imgSmall;
 
     // Stand side.
     QGroupBox* m_frmCreate = nullptr;

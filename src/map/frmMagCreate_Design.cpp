@@ -1,14 +1,11 @@
 // The plan, the toolbars and the frame of the stand, and where they lie. All positions and sizes are twips.
 
-#include "map/MapBackdrop.h"
-#include "map/MapCanvas.h"
 #include "map/PlanFrame.h"
 #include "map/frmMagCreate.h"
 #include "platform/CommonDialog.h"
 #include "platform/DataCombo.h"
 #include "platform/DesignControls.h"
 #include "platform/FocusGuard.h"
-#include "platform/KeyPreview.h"
 #include "platform/PictureBox.h"
 #include "platform/ToolBar.h"
 #include "platform/Twips.h"
@@ -19,20 +16,13 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
-#include <QScrollArea>
-#include <QVBoxLayout>
 
 namespace regalon {
 
 namespace {
 
-// The surface is that of the other map windows.
-constexpr int kSurfaceWidth = 15210;
-constexpr int kSurfaceHeight = 9720;
-constexpr int kToolStripHeight = 570;
-
 constexpr int kFrameLeft = 120;
-constexpr int kFrameWidth = kSurfaceWidth - 240;
+constexpr int kFrameWidth = MapWindow::SurfaceWidth - 240;
 constexpr int kLowerFrameTop = 7000;
 constexpr int kCreateHeight = 2700;
 
@@ -81,55 +71,20 @@ QCheckBox* addCheck(QWidget* parent, const char* name, const QString& caption, i
 
 }  // namespace
 
-frmMagCreate::frmMagCreate(AppContext& context, QWidget* parent) : QWidget(parent), m_context(context) {
-    setObjectName(QStringLiteral("frmMagCreate"));
-    setWindowTitle(QStringLiteral("Zarządzanie magazynem"));
-    setFocusPolicy(Qt::StrongFocus);
-    setRowIcons(m_imgSmall, {24, 25});
-    createPlan();
+frmMagCreate::frmMagCreate(AppContext& context, QWidget* parent)
+    : MapWindow(context, QStringLiteral("frmMagCreate"), QStringLiteral("Zarządzanie magazynem"), parent) {
+    setRowIcons(imgSmall(), {24, 25});
     createToolbars();
     createStandFrame();
     createLocationFrame();
     createGroupFrame();
     createTimer();
     m_commonDialog = new CommonDialog(this);
-    auto* keys = new KeyPreview(this, [this](int keyCode, int shift) { Form_KeyDown(keyCode, shift); });
-    keys->claim('W', ShiftMask::Alt);
-}
-
-QSize frmMagCreate::sizeHint() const {
-    return m_surface->size();
-}
-
-void frmMagCreate::createPlan() {
-    m_surface = new QWidget;
-    m_surface->setObjectName(QStringLiteral("surface"));
-    m_surface->setFixedSize(toPixels(kSurfaceWidth), toPixels(kSurfaceHeight));
-    m_canvas = new MapCanvas(kSurfaceWidth, kSurfaceHeight, m_surface);
-    addMapBackdrop(m_surface);
-    connect(m_canvas, &MapCanvas::standClicked, this, &frmMagCreate::imgBookStand_Click);
-    connect(m_canvas, &MapCanvas::locationClicked, this, &frmMagCreate::imglocation_Click);
-
-    auto* scroll = new QScrollArea(this);
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setFocusPolicy(Qt::NoFocus);
-    scroll->setWidget(m_surface);
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(scroll);
 }
 
 void frmMagCreate::createToolbars() {
-    m_clbData = new CoolBar(m_surface);
-    m_clbData->setObjectName(QStringLiteral("clbData"));
-    m_clbData->setAutoFillBackground(true);
-    place(m_clbData, 0, 0, kSurfaceWidth, kToolStripHeight);
-
-    m_tlbCmd = new ToolBar;
-    m_tlbCmd->setObjectName(QStringLiteral("tlbCmd"));
-    m_tlbCmd->addButton(QStringLiteral("key_Exit"), QStringLiteral("&Wyjście"), {},
-                        programIcon(QStringLiteral("exit.ico")));
-    m_tlbCmd->addSeparator(QStringLiteral("keySeparator"));
+    m_tlbCmd = addCommands(addCoolBar());
+    addExit(m_tlbCmd);
     m_tlbCmd->addButton(QStringLiteral("key_PrintEtykieteLocation"), QStringLiteral("Wy&druk etykiety"), {},
                         programIcon(QStringLiteral("label.ico")));
     m_tlbCmd->addButton(QStringLiteral("key_Templete"), QStringLiteral("&Szablon etykiety"), {},
@@ -138,19 +93,18 @@ void frmMagCreate::createToolbars() {
                         programIcon(QStringLiteral("groups.ico")));
     m_tlbCmd->addButton(QStringLiteral("key_RefreshMag"), QStringLiteral("Odśwież magazyn"), {},
                         programIcon(QStringLiteral("refresh.ico")));
-    m_clbData->addBand(m_tlbCmd);
     connect(m_tlbCmd, &ToolBar::buttonClick, this, &frmMagCreate::tlbCmd_ButtonClick);
 
     // In the strip it can be reached wherever the frames are.
-    m_chkFramePozytion = new QCheckBox(QStringLiteral("Góra"), m_surface);
+    m_chkFramePozytion = new QCheckBox(QStringLiteral("Góra"), surface());
     m_chkFramePozytion->setObjectName(QStringLiteral("chkFramePozytion"));
     m_chkFramePozytion->setToolTip(QStringLiteral("Przesuwa ramki w górę, nad odsłonięty dół planu"));
-    place(m_chkFramePozytion, kSurfaceWidth - 1200, 120, 1050, kLine);
+    place(m_chkFramePozytion, MapWindow::SurfaceWidth - 1200, 120, 1050, kLine);
     connect(m_chkFramePozytion, &QCheckBox::toggled, this, &frmMagCreate::chkFramePozytion_Click);
 }
 
 void frmMagCreate::createStandFrame() {
-    m_frmCreate = addPlanFrame(m_surface, "frmCreate", QString(), kFrameLeft, kLowerFrameTop, kFrameWidth,
+    m_frmCreate = addPlanFrame(surface(), "frmCreate", QString(), kFrameLeft, kLowerFrameTop, kFrameWidth,
                                kCreateHeight);
     createStandChoice();
     createShelves();

@@ -60,7 +60,7 @@ QPushButton* addArrow(QWidget* parent, const char* name, const QString& icon, co
 }  // namespace
 
 void frmMagCreate::createLocationFrame() {
-    m_frmAddSurOnLocalization = addPlanFrame(m_surface, "frmAddSurOnLocalization", QString(), kFrameLeft, 0,
+    m_frmAddSurOnLocalization = addPlanFrame(surface(), "frmAddSurOnLocalization", QString(), kFrameLeft, 0,
                                              kFrameWidth, kFrameHeight);
     createLocationMaterial();
     createLocationAddress();
@@ -143,7 +143,7 @@ void frmMagCreate::createLocationPicture() {
 }
 
 void frmMagCreate::createGroupFrame() {
-    m_frmDefGroupLocation = addPlanFrame(m_surface, "frmDefGroupLocation", QString(), kFrameLeft, 1380,
+    m_frmDefGroupLocation = addPlanFrame(surface(), "frmDefGroupLocation", QString(), kFrameLeft, 1380,
                                          kFrameWidth, kGroupHeight);
     createGroupChoice();
     createGroupLists();

@@ -44,7 +44,7 @@ int rowOf(const ListView& list, const QString& text) {
 
 void frmMagCreate::WathFrameGroupSurDefine() {
     WindowTrap("frmMagCreate - WathFrameGroupSurDefine", [&] {
-        FilleListView(m_context, *m_lstSurOnMag, QStringLiteral("select * from Kolv_vv_mag_Sur_Mag"),
+        FilleListView(context(), *m_lstSurOnMag, QStringLiteral("select * from Kolv_vv_mag_Sur_Mag"),
                       QString(), true, true, true, false, 0);
         FillComboGroupLocation();
         m_frmDefGroupLocation->move(m_frmDefGroupLocation->x(),
@@ -56,7 +56,7 @@ void frmMagCreate::WathFrameGroupSurDefine() {
 
 void frmMagCreate::FillComboGroupLocation() {
     WindowTrap("frmMagCreate - FillComboGroupLocation", [&] {
-        regalon::FillComboBox(m_context, *m_dtcGroupSur,
+        regalon::FillComboBox(context(), *m_dtcGroupSur,
                               QStringLiteral("select 0 as GroupSur , N'wybierz' as GroupSurName UNION ALL"
                                              " select GroupSur,GroupSurName from kolv_mag_Location_Group"
                                              " where OnOrOff = 'Y' UNION ALL"
@@ -83,7 +83,7 @@ void frmMagCreate::dtcGroupSur_Change() {
 
 /// Unsorted: the order of the rows is the order in which they are saved, and new ones stand at the end.
 void frmMagCreate::fillGroupList(qint16 group) {
-    FilleListView(m_context, *m_lstSurOnGroup,
+    FilleListView(context(), *m_lstSurOnGroup,
                   QStringLiteral("select * from Kolv_vv_mag_Sur_Location_group where xxx_GroupSur = ") +
                       SqlNumber(int{group}),
                   QString(), true, true, true, false, 0);
@@ -135,7 +135,7 @@ void frmMagCreate::saveMembers(qint16 group) {
     for (int number = 1; number <= m_lstSurOnGroup->itemCount(); ++number)
         codes.append(m_lstSurOnGroup->item(number)->text());
     QString message;
-    if (!m_data->AddSurOnGroup(group, codes.join(QLatin1Char(',')), m_context.UserSign, message))
+    if (!m_data->AddSurOnGroup(group, codes.join(QLatin1Char(',')), context().UserSign, message))
         showRefusal(message);
 }
 
@@ -143,7 +143,7 @@ void frmMagCreate::saveMembers(qint16 group) {
 void frmMagCreate::saveNewGroup() {
     const QString name = m_txtNewGroupName->text();
     QString message;
-    if (!m_data->AddOrRemoveNewGroup(kNew, name, m_context.UserSign, message)) {
+    if (!m_data->AddOrRemoveNewGroup(kNew, name, context().UserSign, message)) {
         showRefusal(message);
         return;
     }

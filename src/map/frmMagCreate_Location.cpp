@@ -31,7 +31,7 @@ const QString kNothingChosen = QStringLiteral("0");
 
 void frmMagCreate::FillComboSur() {
     WindowTrap("frmMagCreate - FillComboSur", [&] {
-        regalon::FillComboBox(m_context, *m_dtcSurOnLOcalization,
+        regalon::FillComboBox(context(), *m_dtcSurOnLOcalization,
                               QStringLiteral("select * from Kolv_vv_mag_Sur_On_Add"), false);
     });
 }
@@ -39,21 +39,21 @@ void frmMagCreate::FillComboSur() {
 // Reports under the name of the routine below, like that one itself; support knows both by it.
 void frmMagCreate::FillGroupOnLocalization() {
     WindowTrap("frmMagCreate - FillParamStaticLocalization", [&] {
-        regalon::FillComboBox(m_context, *m_dtcGroupOnLocalization,
+        regalon::FillComboBox(context(), *m_dtcGroupOnLocalization,
                               QStringLiteral("select * from Kolv_vv_mag_Group_On_Localization"), false);
     });
 }
 
 void frmMagCreate::FillParamStaticLocalization() {
     WindowTrap("frmMagCreate - FillParamStaticLocalization", [&] {
-        regalon::FillComboBox(m_context, *m_dtcParamLocation,
+        regalon::FillComboBox(context(), *m_dtcParamLocation,
                               QStringLiteral("select * from Kolv_vv_mag_Param_Location"), false);
     });
 }
 
 void frmMagCreate::imglocation_Click(int index) {
     WindowTrap("frmMagCreate - imglocation_Click", [&] {
-        const TagFields fields(m_canvas->imglocation()[index].tag());
+        const TagFields fields(canvas().imglocation()[index].tag());
         const LocationAddress address{fields.number(LocationField::Rank), fields.number(LocationField::Stand),
                                       fields.number(LocationField::Shelf),
                                       fields.number(LocationField::Location)};
@@ -100,7 +100,7 @@ std::optional<LocationAddress> frmMagCreate::locationOnForm() const {
 
 void frmMagCreate::cmdLookFor_Click() {
     WindowTrap("frmMagCreate - cmdLookFor_Click", [&] {
-        frmMagLookForItem dialog(m_context, this);
+        frmMagLookForItem dialog(context(), this);
         dialog.setForm([this](const QString& itemCode) { setItemCode(itemCode); });
         dialog.setItemCodeForm(m_dtcSurOnLOcalization->boundText());
         dialog.exec();
@@ -137,7 +137,7 @@ bool frmMagCreate::SaveLocalizationParam() {
         if (itemCode == kNothingChosen)
             return;
         QString message;
-        if (!m_data->AddSurOnLocalization(*address, itemCode, group, m_context.UserSign, message))
+        if (!m_data->AddSurOnLocalization(*address, itemCode, group, context().UserSign, message))
             showRefusal(message);
     });
     return false;

@@ -224,7 +224,7 @@ void frmMagCreate::Timer1_Timer() {
 void frmMagCreate::setSaveButton(const QString& caption, int image) {
     QAction* button = m_tlbSaveParamLocalization->button(kSaveParam);
     button->setText(caption);
-    button->setIcon(m_imgSmall.icon(image));
+    button->setIcon(imgSmall().icon(image));
 }
 
 }  // namespace regalon

@@ -21,8 +21,8 @@ qint32 numberOr0(const QString& text) {
 }  // namespace
 
 void frmMagCreate::killPreview() {
-    m_map->KillBookStand(m_canvas->imgBookStandWath(), m_canvas->imglocationWath(),
-                         m_canvas->lnnFrameBookStandWath());
+    m_map->KillBookStand(canvas().imgBookStandWath(), canvas().imglocationWath(),
+                         canvas().lnnFrameBookStandWath());
 }
 
 void frmMagCreate::showPreview() {
@@ -50,8 +50,8 @@ void frmMagCreate::WatchStandOnFormOneStand() {
 
 void frmMagCreate::WatchStandOnForm(const BookstandData& stand) {
     WindowTrap("frmMagCreate - WatchStandOnForm", [&] {
-        m_map->GenerateBookstandOld(m_canvas->imgBookStandWath(), m_canvas->imglocationWath(),
-                                    m_canvas->lnnFrameBookStandWath(), stand);
+        m_map->GenerateBookstandOld(canvas().imgBookStandWath(), canvas().imglocationWath(),
+                                    canvas().lnnFrameBookStandWath(), stand);
     });
 }
 

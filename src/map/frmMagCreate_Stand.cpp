@@ -82,7 +82,7 @@ void setBold(QWidget* widget, bool bold) {
 void frmMagCreate::FillComboRank() {
     WindowTrap("frmMagCreate - FillComboRank", [&] {
         regalon::FillComboBox(
-            m_context, *m_dtcRank,
+            context(), *m_dtcRank,
             QStringLiteral("select '0' as Rank,'wybierz' RankName UNION ALL"
                            " select Rank,RankName from kolv_mag_Rank(nolock) order by Rank"),
             false);
@@ -103,7 +103,7 @@ void frmMagCreate::dtcRank_Change_Object() {
 void frmMagCreate::FillComboStand(qint16 Rank) {
     WindowTrap("frmMagCreate - FillComboStand", [&] {
         regalon::FillComboBox(
-            m_context, *m_dtcStand,
+            context(), *m_dtcStand,
             QStringLiteral("select 0 as stand , N'wybierz' as StandName UNION ALL"
                            " select Stand,StandName from kolv_mag_Stand(nolock) Where Rank = ") +
                 SqlNumber(int{Rank}) + QStringLiteral(" UNION ALL select -1 as stand , N'Nowy' as StandName"),
@@ -119,7 +119,7 @@ void frmMagCreate::FillComboStand(qint16 Stand, qint16 /*Rank*/, qint16 ShelfCou
     WindowTrap("frmMagCreate - FillComboStand", [&] {
         const QString statement = shelfStatement(Stand, ShelfCount);
         if (!statement.isEmpty())
-            regalon::FillComboBox(m_context, *m_dtcShelfCount, statement, false);
+            regalon::FillComboBox(context(), *m_dtcShelfCount, statement, false);
     });
 }
 
@@ -259,7 +259,7 @@ bool frmMagCreate::txtTop_Validate() {
 
 void frmMagCreate::imgBookStand_Click(int index) {
     WindowTrap("frmMagCreate - imgBookStand_Click", [&] {
-        const TagFields fields(m_canvas->imgBookStand()[index].tag());
+        const TagFields fields(canvas().imgBookStand()[index].tag());
         if (fields.isEmpty())
             return;
         m_dtcRank->setBoundText(QString::number(fields.number(StandField::Rank)));
