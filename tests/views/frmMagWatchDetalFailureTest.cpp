@@ -75,12 +75,13 @@ TEST_F(FrmMagWatchDetalFailure, AFamilyOfNoIconsStopsTheDrawingThere) {
 }
 
 TEST_F(FrmMagWatchDetalFailure, AStandPictureThatIsNoneIsReported) {
-    QFile broken(warehouse.server.driveC() + QStringLiteral("/Regalon/Ikony/broken.ico"));
+    // Beside the icon folder, which all tests share.
+    QFile broken(warehouse.server.driveC() + QStringLiteral("/Regalon/broken.ico"));
     ASSERT_TRUE(broken.open(QIODevice::WriteOnly));
     broken.write("no picture");
     broken.close();
     ASSERT_TRUE(warehouse.run(
-        {QStringLiteral("update kolv_mag_Stand set StandIcon = N'broken.ico' where Rank = 6")}));
+        {QStringLiteral("update kolv_mag_Stand set StandIcon = N'..\\broken.ico' where Rank = 6")}));
     open();
     ASSERT_EQ(titles(), QStringList({QStringLiteral("frmMagWatchDetal - WathLocation")}));
     EXPECT_EQ(messages.last().Text, test::windowMessage(RunTime::InvalidPicture));
