@@ -68,18 +68,6 @@ bool guarded(const QString& routine, bool visible, Body&& body) {
     }
 }
 
-// No hourglass stands over a message.
-class PlainPointer {
-public:
-    PlainPointer() : m_before(Screen::mousePointer()) { Screen::setMousePointer(MousePointer::Default); }
-    ~PlainPointer() { Screen::setMousePointer(m_before); }
-    PlainPointer(const PlainPointer&) = delete;
-    PlainPointer& operator=(const PlainPointer&) = delete;
-
-private:
-    MousePointer m_before;
-};
-
 QString momentDigits() {
     const QTime now = QTime::currentTime();
     return QString::number(now.hour()) + QString::number(now.minute()) + QString::number(now.second());

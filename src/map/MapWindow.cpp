@@ -14,6 +14,8 @@
 #include <QShowEvent>
 #include <QVBoxLayout>
 
+#include <utility>
+
 namespace regalon {
 
 namespace {
@@ -101,9 +103,9 @@ void MapWindow::showEvent(QShowEvent* event) {
 }
 
 void MapWindow::closeEvent(QCloseEvent* event) {
-    if (m_loaded)
+    // Unloaded already while a message of the unload is open.
+    if (std::exchange(m_loaded, false))
         Form_Unload();
-    m_loaded = false;
     event->accept();
 }
 

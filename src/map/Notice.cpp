@@ -1,10 +1,12 @@
 #include "map/Notice.h"
 
 #include "platform/MsgBox.h"
+#include "platform/Screen.h"
 
 namespace regalon {
 
 void showNotice(const QString& text) {
+    const PlainPointer pointer;
     MsgBox(text, MsgFlag::Information, QStringLiteral("Komunikat"));
 }
 

@@ -68,4 +68,12 @@ BusyPointer::~BusyPointer() {
     Screen::setMousePointer(MousePointer::Default);
 }
 
+PlainPointer::PlainPointer() : m_before(Screen::mousePointer()) {
+    Screen::setMousePointer(MousePointer::Default);
+}
+
+PlainPointer::~PlainPointer() {
+    Screen::setMousePointer(m_before);
+}
+
 }  // namespace regalon

@@ -25,4 +25,17 @@ public:
     BusyPointer& operator=(const BusyPointer&) = delete;
 };
 
+/// Shows the default pointer from construction to destruction, then the one that was there before: no
+/// hourglass stands over a message.
+class PlainPointer {
+public:
+    PlainPointer();
+    ~PlainPointer();
+    PlainPointer(const PlainPointer&) = delete;
+    PlainPointer& operator=(const PlainPointer&) = delete;
+
+private:
+    MousePointer m_before;
+};
+
 }  // namespace regalon

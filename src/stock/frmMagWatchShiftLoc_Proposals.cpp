@@ -7,6 +7,7 @@
 #include "map/Notice.h"
 #include "map/StatusPanel.h"
 #include "platform/ListView.h"
+#include "platform/Screen.h"
 #include "stock/ProposalRow.h"
 #include "stock/frmMagWatchShiftLoc.h"
 
@@ -39,6 +40,8 @@ QString frmMagWatchShiftLoc::proposalText(qint16 mode, const QString& Message) c
 void frmMagWatchShiftLoc::WatchOrdersLineBarCode(qint16 SortOnly, qint16 SortColumn) {
     // Reports under the name of another window, from which it came; support knows it so.
     WindowTrap("frmMagSurInput - WatchOrdersLineBarCode", [&] {
+        // With hundreds of chosen packages the server takes its time.
+        const BusyPointer busy;
         QString message;
         if (SortOnly == 0)
             recomputeProposals(message);

@@ -5,6 +5,7 @@
 #include "map/Notice.h"
 #include "map/StatusPanel.h"
 #include "platform/ListView.h"
+#include "platform/Screen.h"
 #include "platform/ToolBar.h"
 #include "stock/ProposalRow.h"
 #include "stock/frmMagWatchShiftLoc.h"
@@ -62,6 +63,7 @@ int frmMagWatchShiftLoc::tickedProposals() const {
 
 /// Moves the package of each ticked row; one that is refused does not hold up the others. Whether any moved.
 bool frmMagWatchShiftLoc::shiftTicked() {
+    const BusyPointer busy;
     bool moved = false;
     for (int number = 1; number <= m_lstSurPropLocation->itemCount(); ++number) {
         const ListItem& item = *m_lstSurPropLocation->item(number);

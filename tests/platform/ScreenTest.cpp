@@ -51,4 +51,13 @@ TEST(Screen, TheBusyPointerGivesWayToTheDefaultWhateverWasThere) {
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
 }
 
+TEST(Screen, ThePlainPointerStandsOverAMessageAndGivesTheOldOneBack) {
+    const BusyPointer busy;
+    {
+        const PlainPointer plain;
+        EXPECT_EQ(Screen::mousePointer(), MousePointer::Default);
+    }
+    EXPECT_EQ(Screen::mousePointer(), MousePointer::Custom);
+}
+
 }  // namespace

@@ -1,5 +1,6 @@
 // The list of proposed locations: how it is read, marked, sorted and ticked.
 
+#include "platform/Screen.h"
 #include "stock/ShiftWindow.h"
 #include "support/Events.h"
 
@@ -182,6 +183,19 @@ TEST_F(ShiftProposals, ARefusedPreparationShowsItsMessage) {
     EXPECT_EQ(messages.last().Title, QStringLiteral("Komunikat"));
     EXPECT_EQ(lastGiven(1), QStringLiteral("Nie teraz"));
     EXPECT_EQ(proposals()->itemCount(), 1);
+}
+
+TEST_F(ShiftProposals, AreReadUnderTheBusyPointerWhichDoesNotStandOverAMessage) {
+    add("1211", "F1", "D");
+    read();
+    QList<MousePointer> pointers;
+    QObject::connect(proposals()->model(), &QAbstractItemModel::rowsInserted, proposals(),
+                     [&] { pointers.append(Screen::mousePointer()); });
+    messages.onMessage([&](const MsgBoxRecorder::Message&) { pointers.append(Screen::mousePointer()); });
+    answer("confirm", 1, "Nie");
+    acceptItem();
+    EXPECT_EQ(pointers, QList<MousePointer>({MousePointer::Default, MousePointer::Custom}));
+    EXPECT_EQ(Screen::mousePointer(), MousePointer::Default);
 }
 
 TEST_F(ShiftProposals, ARecomputationShowsTheListAndARefusalLeavesItAsItIs) {
