@@ -2,8 +2,6 @@
 
 #include "barcode/Pattern.h"
 
-#include <QStringView>
-
 #include <array>
 
 namespace regalon {
@@ -23,16 +21,22 @@ inline constexpr DigitSet SetC = {u"1110010", u"1100110", u"1101100", u"1000010"
 inline constexpr Pattern<3> Guard = u"101";
 inline constexpr Pattern<5> Middle = u"01010";
 
-/// Sets of the left digits by the first digit: N is set A, P is set B. Codes begin with 5 or 7 here; no other
-/// row is set.
-constexpr QStringView parity(int firstDigit) {
+/// Sets of the six left digits.
+using LeftSets = std::array<const DigitSet*, 6>;
+
+inline constexpr LeftSets LeftOf5 = {&SetA, &SetB, &SetB, &SetA, &SetA, &SetB};
+inline constexpr LeftSets LeftOf7 = {&SetA, &SetB, &SetA, &SetB, &SetA, &SetB};
+inline constexpr LeftSets LeftOfOthers = {&SetB, &SetB, &SetB, &SetB, &SetB, &SetB};
+
+/// By the first digit. Codes begin with 5 or 7 here; the published sets of the others are not known.
+constexpr const LeftSets& leftSets(int firstDigit) {
     switch (firstDigit) {
         case 5:
-            return u"NPPNNP";
+            return LeftOf5;
         case 7:
-            return u"NPNPNP";
+            return LeftOf7;
         default:
-            return {};
+            return LeftOfOthers;
     }
 }
 

@@ -48,7 +48,7 @@ QString widthsInSetC(const QString& code) {
         sum += value * (i / 2 + 1);
     }
     out = write(out, Code128::setC(static_cast<int>(sum % checkModulus)));
-    write(out, Code128::Stop);
+    writeLast(out, Code128::Stop);
     return widths;
 }
 
@@ -69,7 +69,7 @@ QString widthsInSetB(const QString& text) {
     }
     // Control characters can make the sum negative. The remainder keeps the sign, and no pattern lies there.
     out = writeInSetB(out, static_cast<int>(sum % checkModulus) + firstCharacter);
-    out = write(out, Code128::Stop);
+    out = writeLast(out, Code128::Stop);
     widths.truncate(out - widths.constData());
     return widths;
 }

@@ -75,17 +75,16 @@ void printDigits(SymbolDrawing& drawing, const QString& code, double moduleWidth
 QString clsEan13::GetCodeStringEAN13(const QString& strCodeChar) const {
     if (!isCode(strCodeChar))
         return {};
-    const QStringView parity = Ean13::parity(digitValue(strCodeChar[0]));
+    const QChar* digit = strCodeChar.constData();
+    const Ean13::LeftSets& leftSets = Ean13::leftSets(digitValue(*digit++));
     QString modules(moduleCount, Qt::Uninitialized);
     QChar* out = write(modules.data(), Ean13::Guard);
-    for (qsizetype i = 1; i <= halfLength; ++i) {
-        const bool inSetA = !parity.isEmpty() && parity[i - 1] == u'N';
-        out = write(out, pattern(inSetA ? Ean13::SetA : Ean13::SetB, strCodeChar[i]));
-    }
+    for (const Ean13::DigitSet* set : leftSets)
+        out = write(out, pattern(*set, *digit++));
     out = write(out, Ean13::Middle);
-    for (qsizetype i = 1 + halfLength; i < codeLength; ++i)
-        out = write(out, pattern(Ean13::SetC, strCodeChar[i]));
-    write(out, Ean13::Guard);
+    for (qsizetype i = 0; i < halfLength; ++i)
+        out = write(out, pattern(Ean13::SetC, *digit++));
+    writeLast(out, Ean13::Guard);
     return modules;
 }
 
