@@ -5,6 +5,8 @@
 namespace regalon::test {
 namespace {
 
+constexpr int kMenuItem = 4;
+
 class BarCodePath : public ProgramTest {
 protected:
     explicit BarCodePath(QSize screen = {1280, 1024}) : ProgramTest(screen) {}
@@ -31,23 +33,10 @@ protected:
         if (scale > 1)
             client->setEnvironment(QStringLiteral("QT_SCALE_FACTOR"), QString::number(scale));
         ASSERT_NO_FATAL_FAILURE(startClient());
-        ASSERT_NO_FATAL_FAILURE(openWindow());
+        ASSERT_NO_FATAL_FAILURE(openPlan(kMenuItem));
         warehouse.clearTrace();
     }
 
-    void openWindow() {
-        display.activate(client->mainWindow());
-        display.key(QStringLiteral("alt+a"));
-        display.key(QStringLiteral("Down"), 3);
-        display.key(QStringLiteral("Return"));
-        std::optional<Plan> found;
-        ASSERT_TRUE(eventually([&] {
-            found = findPlan(display.picture(), scale);
-            return found.has_value();
-        }));
-        display.settledPicture();
-        plan = *found;
-    }
     /// As a scanner does it.
     void scan(const QString& digits) const {
         display.type(digits);
@@ -79,9 +68,7 @@ void BarCodePath::findOnThePlan() {
     const QString title = client->messageTitle();
     EXPECT_EQ(title, QStringLiteral("Komunikat"));
     keepHere("unknown");
-    display.key(QStringLiteral("Return"));
-    ASSERT_TRUE(client->windowGone(title));
-    display.settledPicture();
+    ASSERT_NO_FATAL_FAILURE(answer(title, QStringLiteral("Return")));
     scan(code);
     ASSERT_TRUE(traced(QStringLiteral("exec Kolv_mag_Param_BarCode N'%1'").arg(code)));
     keepHere("found");
@@ -116,11 +103,9 @@ void BarCodePath::readTheLocation() {
     display.key(QStringLiteral("alt+d"));
     const QString title = client->messageTitle();
     EXPECT_EQ(title, QStringLiteral("Komunikat"));
-    display.key(QStringLiteral("Return"));
-    ASSERT_TRUE(client->windowGone(title));
+    ASSERT_NO_FATAL_FAILURE(answer(title, QStringLiteral("Return")));
     // The uppermost button of the strip.
     display.click(plan.at(13080 + 90 + 500, 480 + 90 + 200));
-    display.settledPicture();
     keepHere("sheet");
 }
 

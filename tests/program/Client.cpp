@@ -60,6 +60,27 @@ bool Client::windowGone(const QString& title) const {
     return eventually([&] { return m_display.windows(process(), title).isEmpty(); });
 }
 
+QString Client::turnTo(const QString& title) const {
+    const QString number = window(title);
+    return !number.isEmpty() && m_display.activate(number) ? number : QString();
+}
+
+bool Client::backFrom(const QString& window) const {
+    return eventually([&] {
+        const QStringList open = m_display.windows(process());
+        return !running() || (!open.contains(window) && open.contains(m_display.keyboardOwner()));
+    });
+}
+
+bool Client::answer(const QString& title, const QString& key) const {
+    const QString number = turnTo(title);
+    if (number.isEmpty()) {
+        return false;
+    }
+    m_display.key(key);
+    return backFrom(number);
+}
+
 QString Client::messageTitle() const {
     QStringList others;
     eventually([&] {

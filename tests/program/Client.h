@@ -29,6 +29,13 @@ public:
     /// Waits for a window with this title; its number, empty if it does not come.
     QString window(const QString& title) const;
     bool windowGone(const QString& title) const;
+    /// Waits for a window with this title and for the keyboard to be with it; its number, empty if not.
+    QString turnTo(const QString& title) const;
+    /// Waits until the window of this number is gone and keys go to another one of the program, if it goes
+    /// on.
+    bool backFrom(const QString& window) const;
+    /// Answers a window by a key, and is back from it.
+    bool answer(const QString& title, const QString& key) const;
     /// The main window, once it is shown.
     QString mainWindow() const { return window(mainTitle()); }
     /// Waits for a window other than the main one and gives its title.

@@ -13,10 +13,8 @@ const QString notice = QStringLiteral("Komunikat");
 class ConnectionEditorWindow : public ProgramTest {
 protected:
     void openEditor() {
-        display.activate(client->mainWindow());
-        display.key(QStringLiteral("alt+u"));
-        display.key(QStringLiteral("Return"));
-        window = client->window(editor);
+        ASSERT_NO_FATAL_FAILURE(chooseInMenu(QStringLiteral("alt+u")));
+        window = client->turnTo(editor);
         ASSERT_FALSE(window.isEmpty());
         display.settledPicture();
     }
@@ -32,11 +30,6 @@ protected:
         display.type(text);
     }
 
-    void closeNotice(const QString& key) const {
-        ASSERT_FALSE(client->window(notice).isEmpty());
-        display.key(key);
-    }
-
     QString target() const { return inDriveC(QStringLiteral("Regalon/connect.txt")); }
 
     QString window;
@@ -45,8 +38,7 @@ protected:
 TEST_F(ConnectionEditorWindow, WritesAFileForItsOwnerAloneThatTheNextStartReads) {
     // The login fails for want of a file; the editor is how the program gets one.
     ASSERT_TRUE(client->start({}));
-    EXPECT_EQ(client->messageTitle(), QStringLiteral("Błąd logowania"));
-    display.key(QStringLiteral("Return"));
+    ASSERT_NO_FATAL_FAILURE(answer(QStringLiteral("Błąd logowania"), QStringLiteral("Return")));
     ASSERT_FALSE(client->mainWindow().isEmpty());
     ASSERT_NO_FATAL_FAILURE(openEditor());
     fill(1, warehouse.server());
@@ -55,9 +47,9 @@ TEST_F(ConnectionEditorWindow, WritesAFileForItsOwnerAloneThatTheNextStartReads)
     fill(4, LocalWarehouse::database());
     keep(display.settledPicture(), QStringLiteral("editor"));
     display.key(QStringLiteral("alt+z"));
-    ASSERT_NO_FATAL_FAILURE(closeNotice(QStringLiteral("alt+t")));
+    ASSERT_NO_FATAL_FAILURE(answer(notice, QStringLiteral("alt+t")));
     ASSERT_TRUE(eventually([this] { return QFileInfo::exists(target()); }));
-    ASSERT_NO_FATAL_FAILURE(closeNotice(QStringLiteral("Return")));
+    ASSERT_NO_FATAL_FAILURE(answer(notice, QStringLiteral("Return")));
     ASSERT_TRUE(client->windowGone(editor));
     EXPECT_EQ(QFileInfo(target()).permissions() & ~(QFile::ReadUser | QFile::WriteUser),
               QFile::ReadOwner | QFile::WriteOwner);
@@ -77,7 +69,7 @@ TEST_F(ConnectionEditorWindow, WritesNothingOnNo) {
     ASSERT_NO_FATAL_FAILURE(openEditor());
     fill(4, QStringLiteral("INNA"));
     display.key(QStringLiteral("alt+z"));
-    ASSERT_NO_FATAL_FAILURE(closeNotice(QStringLiteral("alt+n")));
+    ASSERT_NO_FATAL_FAILURE(answer(notice, QStringLiteral("alt+n")));
     EXPECT_TRUE(client->windowGone(editor));
     EXPECT_FALSE(QFileInfo::exists(target()));
 }
@@ -105,8 +97,7 @@ TEST_F(ConnectionEditorWindow, TellsOfAWrongPasswordWhenTheListDropsDown) {
     ASSERT_NO_FATAL_FAILURE(openEditor());
     fill(3, QStringLiteral("zle"));
     display.click(at(1755 + 3465 - 150, 180 + 495 * 4 + 180));
-    ASSERT_NO_FATAL_FAILURE(closeNotice(QStringLiteral("Return")));
-    EXPECT_TRUE(client->windowGone(notice));
+    ASSERT_NO_FATAL_FAILURE(answer(notice, QStringLiteral("Return")));
     EXPECT_TRUE(client->running());
 }
 

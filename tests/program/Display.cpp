@@ -2,7 +2,12 @@
 
 #include "support/Events.h"
 
+#include <QCoreApplication>
+#include <QDir>
 #include <QElapsedTimer>
+#include <QFile>
+
+#include <algorithm>
 
 namespace regalon::test {
 
@@ -20,6 +25,45 @@ QString exactly(const QString& title) {
         pattern += sign;
     }
     return u'^' + pattern + u'$';
+}
+
+/// What a file of the kernel says, which has no size before it is read.
+QByteArray readAll(const QString& name) {
+    QFile file(name);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QStringList threadsOf(const QString& process) {
+    const QString folder = QStringLiteral("/proc/%1/task").arg(process);
+    QStringList threads = QDir(folder).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    for (QString& thread : threads) {
+        thread.prepend(folder + u'/');
+    }
+    return threads;
+}
+
+/// Whether a thread computes, waits for its turn to, or for a disk. Its state stands behind its name.
+bool works(const QString& thread) {
+    const QByteArray told = readAll(thread + QStringLiteral("/stat"));
+    const char state = told.mid(told.lastIndexOf(')') + 2, 1).append(' ').at(0);
+    return state == 'R' || state == 'D';
+}
+
+/// Whether nothing that this program started has anything to do: neither the display nor the clients on it
+/// nor their server. What waits in a socket makes its reader work.
+bool allRest() {
+    const QStringList own = threadsOf(QString::number(QCoreApplication::applicationPid()));
+    for (const QString& thread : own) {
+        const QList<QByteArray> children =
+            readAll(thread + QStringLiteral("/children")).simplified().split(' ');
+        for (const QByteArray& child : children) {
+            const QStringList threads = threadsOf(QString::fromLatin1(child));
+            if (!child.isEmpty() && std::any_of(threads.begin(), threads.end(), works)) {
+                return false;
+            }
+        }
+    }
+    return true;
 }
 
 void end(QProcess& process) {
@@ -66,7 +110,9 @@ bool Display::start() {
     m_manager.setProcessEnvironment(environment);
     m_manager.setStandardOutputFile(QProcess::nullDevice());
     m_manager.setStandardErrorFile(QProcess::nullDevice());
-    m_manager.start(QStringLiteral("openbox"), {QStringLiteral("--sm-disable")});
+    m_manager.start(QStringLiteral("openbox"),
+                    {QStringLiteral("--sm-disable"), QStringLiteral("--config-file"),
+                     QStringLiteral(REGALON_SOURCE_DIR "/scripts/openbox.xml")});
     const auto managed = [this] {
         return run(QStringLiteral("xprop"),
                    {QStringLiteral("-root"), QStringLiteral("_NET_SUPPORTING_WM_CHECK")})
@@ -135,8 +181,23 @@ void Display::askForSize(const QString& window, QSize size) const {
                                     QString::number(size.height())});
 }
 
-void Display::activate(const QString& window) const {
-    run(QStringLiteral("xdotool"), {QStringLiteral("windowactivate"), QStringLiteral("--sync"), window});
+QString Display::keyboardOwner() const {
+    const auto number = [this](const char* question) {
+        return QString::fromLatin1(run(QStringLiteral("xdotool"), {QString::fromLatin1(question)}).trimmed());
+    };
+    // What the window manager means to have done and what the display has done.
+    const QString active = number("getactivewindow");
+    return active == number("getwindowfocus") ? active : QString();
+}
+
+bool Display::activate(const QString& window) const {
+    return eventually([&] {
+        if (keyboardOwner() == window) {
+            return true;
+        }
+        run(QStringLiteral("xdotool"), {QStringLiteral("windowactivate"), window});
+        return false;
+    });
 }
 
 void Display::moveTo(QPoint at) const {
@@ -179,16 +240,15 @@ QImage Display::picture() const {
 }
 
 QImage Display::settledPicture() const {
-    QImage last = picture();
-    QElapsedTimer clock;
-    clock.start();
-    while (clock.elapsed() < patience) {
-        const QImage next = picture();
-        if (next == last) {
-            return next;
+    QImage last;
+    eventually([&] {
+        if (!allRest()) {
+            return false;
         }
-        last = next;
-    }
+        const QImage before = last;
+        last = picture();
+        return last == before && allRest();
+    });
     return last;
 }
 

@@ -35,7 +35,10 @@ public:
     /// What xprop tells of a window's property.
     QString property(const QString& window, const QString& name) const;
     void askForSize(const QString& window, QSize size) const;
-    void activate(const QString& window) const;
+    /// The number of the window that keys go to, once window manager and display agree on it; else empty.
+    QString keyboardOwner() const;
+    /// Raises a window and waits until keys go to it.
+    bool activate(const QString& window) const;
 
     void moveTo(QPoint at) const;
     void click(QPoint at) const;
@@ -47,7 +50,8 @@ public:
 
     /// Everything on the display, now.
     QImage picture() const;
-    /// Waits until two pictures in a row are the same.
+    /// Waits until everything that was asked for is done: two pictures in a row are the same, and every
+    /// program that this one started rests meanwhile.
     QImage settledPicture() const;
     /// Waits until a part of the display differs from what it was, and then until it stays. A null picture if
     /// it never does.

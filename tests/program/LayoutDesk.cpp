@@ -4,6 +4,8 @@
 
 #include <QRect>
 
+#include <cstdlib>
+
 namespace regalon::test {
 
 namespace {
@@ -23,6 +25,11 @@ constexpr int barHeight = 480;
 
 constexpr int twipsOfPixel = 15;
 constexpr int dark = 100;  // of 255
+
+/// What the search dialog asks for while this stands in its box.
+QString searchStatement(const QString& text) {
+    return QStringLiteral("exec Kolv_mag_LookFor_Item '%1%' , 'ItemCode',1").arg(text);
+}
 
 bool isEdge(const QImage& picture, QPoint left, int length) {
     for (int step = 0; step < length; ++step) {
@@ -52,17 +59,8 @@ void LayoutDesk::SetUp() {
 }
 
 void LayoutDesk::openEditor() {
-    display.activate(client->mainWindow());
-    display.key(QStringLiteral("alt+a"));
-    display.key(QStringLiteral("Down"));
-    display.key(QStringLiteral("Return"));
-    std::optional<Plan> found;
-    ASSERT_TRUE(eventually([&] {
-        found = findPlan(display.picture(), scale);
-        return found.has_value();
-    }));
-    plan = *found;
-    display.settledPicture();
+    constexpr int item = 2;
+    openPlan(item);
 }
 
 void LayoutDesk::pressInStrip(int button) const {
@@ -71,43 +69,43 @@ void LayoutDesk::pressInStrip(int button) const {
     clickButton(QRect(plan.at(60, 150), plan.at(13500, 420)), button, buttons);
 }
 
-/// The corner of the frame of this height, found by its upper and lower edge.
-QPoint LayoutDesk::findFrame(int height) const {
+/// The corner of the frame of this height, found by its upper and lower edge, once it lies where it is
+/// wanted.
+QPoint LayoutDesk::findFrame(int height, const std::function<bool(int top)>& wanted) const {
     const int length = frameWidth / twipsOfPixel;
     const QPoint down(0, height / twipsOfPixel - 1);
     QPoint corner;
     EXPECT_TRUE(eventually([&] {
-        const QImage picture = display.picture();
+        const QImage picture = display.settledPicture();
         for (QPoint left = plan.at(frameLeft, 0); left.y() < picture.height(); left.ry() += 1) {
             if (isEdge(picture, left, length) && isEdge(picture, left + down, length)) {
                 corner = QPoint(frameLeft, (left - plan.origin).y() * twipsOfPixel);
-                return true;
+                return wanted(corner.y());
             }
         }
         return false;
     })) << "a frame of "
-        << height;
+        << height << ", seen at " << corner.y();
     return corner;
 }
 
 void LayoutDesk::moveFramesUp() {
     display.click(plan.at(14100, 290));
-    m_corners[StandFrame] = findFrame(standHeight);
-    ASSERT_LT(m_corners[StandFrame].y(), standTop);
+    m_corners[StandFrame] = findFrame(standHeight, [](int top) { return top < standTop; });
     m_corners[LocationFrame] = m_corners[StandFrame] + QPoint(0, standHeight);
 }
 
 void LayoutDesk::moveFramesDown() {
     display.click(plan.at(14100, 290));
-    m_corners[StandFrame] = findFrame(standHeight);
-    ASSERT_NEAR(m_corners[StandFrame].y(), standTop, twipsOfPixel);
+    m_corners[StandFrame] =
+        findFrame(standHeight, [](int top) { return std::abs(top - standTop) <= twipsOfPixel; });
     m_corners[LocationFrame] = QPoint(frameLeft, locationTop);
 }
 
 void LayoutDesk::openGroups() {
     constexpr int groupsButton = 4;
     pressInStrip(groupsButton);
-    m_corners[GroupFrame] = findFrame(groupHeight);
+    m_corners[GroupFrame] = findFrame(groupHeight, [](int) { return true; });
 }
 
 /// Away from every button: one under the pointer looks wider than the others.
@@ -166,44 +164,33 @@ void LayoutDesk::mark(const Control& list, int row) const {
 
 void LayoutDesk::pickFile(const Control& button, const QString& name) {
     click(button);
-    const QString window = client->window(kFileTitle);
+    const QString window = client->turnTo(kFileTitle);
     ASSERT_FALSE(window.isEmpty());
-    display.activate(window);
     display.type(name);
     display.key(QStringLiteral("Return"));
-    leaveWindow(kFileTitle);
+    ASSERT_TRUE(client->backFrom(window));
+}
+
+void LayoutDesk::openSearch(QString& window) {
+    click(kLookFor);
+    window = client->turnTo(kSearchTitle);
+    ASSERT_FALSE(window.isEmpty());
+    warehouse.clearTrace();
 }
 
 void LayoutDesk::lookFor(const QString& code) {
-    click(kLookFor);
-    const QString window = client->window(kSearchTitle);
-    ASSERT_FALSE(window.isEmpty());
-    display.activate(window);
+    QString window;
+    ASSERT_NO_FATAL_FAILURE(openSearch(window));
     display.type(code);
-    ASSERT_TRUE(traced(QStringLiteral("exec Kolv_mag_LookFor_Item '%1%' , 'ItemCode',1").arg(code)));
+    ASSERT_TRUE(traced(searchStatement(code)));
     display.key(QStringLiteral("Down"));
     display.key(QStringLiteral("Return"));
-    leaveWindow(kSearchTitle);
-}
-
-/// Until the main window has the keyboard again, whose keys would be lost.
-void LayoutDesk::leaveWindow(const QString& title) {
-    ASSERT_TRUE(client->windowGone(title));
-    display.activate(client->mainWindow());
-}
-
-void LayoutDesk::answer(const QString& title, const QString& key) {
-    const QString window = client->window(title);
-    ASSERT_FALSE(window.isEmpty());
-    display.activate(window);
-    display.key(key);
-    leaveWindow(title);
+    ASSERT_TRUE(client->backFrom(window));
 }
 
 void LayoutDesk::copyMessage(const QString& title) {
-    const QString window = client->window(title);
+    const QString window = client->turnTo(title);
     ASSERT_FALSE(window.isEmpty());
-    display.activate(window);
     // The text begins beside the icon, in the upper part of the box; pixels.
     constexpr QPoint inText(100, 22);
     display.click(display.geometry(window).topLeft() + inText);
@@ -212,16 +199,12 @@ void LayoutDesk::copyMessage(const QString& title) {
 }
 
 void LayoutDesk::pasteIntoSearch(const QString& expected) {
-    click(kLookFor);
-    const QString window = client->window(kSearchTitle);
-    ASSERT_FALSE(window.isEmpty());
-    display.activate(window);
-    warehouse.clearTrace();
+    QString window;
+    ASSERT_NO_FATAL_FAILURE(openSearch(window));
     display.key(QStringLiteral("ctrl+v"));
-    EXPECT_TRUE(traced(QStringLiteral("exec Kolv_mag_LookFor_Item '%1%' , 'ItemCode',1").arg(expected)))
-        << qPrintable(warehouse.trace().join(u'\n'));
+    EXPECT_TRUE(traced(searchStatement(expected))) << qPrintable(warehouse.trace().join(u'\n'));
     display.key(QStringLiteral("Escape"));
-    leaveWindow(kSearchTitle);
+    ASSERT_TRUE(client->backFrom(window));
 }
 
 void LayoutDesk::expectRows(const QString& sql, const QStringList& expected) const {

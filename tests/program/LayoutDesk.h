@@ -6,6 +6,7 @@
 #include <QStringList>
 
 #include <array>
+#include <functional>
 
 namespace regalon::test {
 
@@ -90,8 +91,6 @@ protected:
     /// Looks for a material by its code in the search dialog and takes it.
     void lookFor(const QString& code);
 
-    /// Waits for a window and answers it by a key.
-    void answer(const QString& title, const QString& key);
     /// Copies the text of an open message, as a person does who asks for help about it.
     void copyMessage(const QString& title);
     /// Pastes what was copied into the search dialog, whose every text the server's trace shows, and cancels.
@@ -112,9 +111,9 @@ protected:
     static const QString& messageTitle();
 
 private:
-    QPoint findFrame(int height) const;
+    QPoint findFrame(int height, const std::function<bool(int top)>& wanted) const;
     void restHand() const;
-    void leaveWindow(const QString& title);
+    void openSearch(QString& window);
 
     /// Corners of the frames on the plan, twips.
     std::array<QPoint, 3> m_corners;

@@ -34,14 +34,7 @@ protected:
 };
 
 TEST_F(PictureTour, LeavesPicturesOfThePlanTheSearchTheRefreshAStandTheMaterialsAndAShift) {
-    QProcess connect;
-    connect.start(QStringLiteral(REGALON_BINARY_DIR "/bin/regalon-connect"), {warehouse.connectFile()});
-    connect.write(QStringLiteral("Login:%1\nHaslo:%2\nServer:%3\nBaza:%4\n")
-                      .arg(LocalWarehouse::login(), LocalWarehouse::password(), warehouse.server(),
-                           LocalWarehouse::database())
-                      .toUtf8());
-    connect.closeWriteChannel();
-    ASSERT_TRUE(connect.waitForFinished());
+    ASSERT_NO_FATAL_FAILURE(writeConnectionFile(warehouse, warehouse.connectFile()));
     ASSERT_EQ(tour(warehouse.connectFile()), 0);
 
     const auto picture = [this](const char* name) {

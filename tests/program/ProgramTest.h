@@ -23,13 +23,15 @@ protected:
     void TearDown() override;
     /// A client with the warehouse's drive C, not started.
     std::unique_ptr<Client> newClient() const;
-    /// Writes the warehouse's connection file with the program that administrators use.
-    void writeConnectionFile(const QString& file, const QString& password = LocalWarehouse::password()) const;
-
     /// Starts `client` on the warehouse and waits for its main window.
     void startClient(const QStringList& furtherArguments = {});
-    /// Opens the warehouse view by keys and waits for its plan.
-    void openPlan();
+    /// Opens a menu of the main window by its key and takes an item, counted from 1.
+    void chooseInMenu(const QString& menu, int item = 1) const;
+    /// Opens a window of the warehouse's menu by keys, the warehouse view if none is named, and sees its
+    /// plan.
+    void openPlan(int item = 1);
+    /// Waits for a plan on the display or a part of it and takes it for the one to click on.
+    void seePlan(const QRect& within = {});
     void click(const Spot& spot) const;
     /// Clicks a button of the warehouse view's toolbar, 1 to 4, and of the panel below the plan, 1 or 2.
     void clickToolBar(int button) const;
@@ -37,6 +39,8 @@ protected:
     /// Waits for a statement in the server's trace.
     bool traced(const QString& statement) const;
 
+    /// Waits for a window, answers it by a key and waits until it is gone and the keyboard back.
+    void answer(const QString& title, const QString& key) const;
     /// Closes the main window by its frame.
     void closeFrame() const;
     /// Answers the exit question by key and waits until it is gone.
@@ -59,6 +63,10 @@ protected:
     double scale = 1;
 };
 
+/// Writes a connection file for a warehouse with the program that administrators use.
+void writeConnectionFile(const LocalWarehouse& warehouse, const QString& file,
+                         const QString& password = LocalWarehouse::password(),
+                         const QString& database = LocalWarehouse::database());
 /// What the warehouse view asks for on a click on a location.
 QString materialStatement(const Spot& spot);
 /// What it sends for the list of materials, by phase.

@@ -9,17 +9,9 @@ protected:
     SeveralClients() : ProgramTest(QSize(2300, 900)) {}
 
     /// The plan inside a client's main window.
-    Plan planOf(const Client& shown) const {
-        const QRect window = display.geometry(shown.mainWindow());
-        std::optional<Plan> found;
-        EXPECT_TRUE(eventually([&] {
-            found = findPlan(display.picture().copy(window));
-            return found.has_value();
-        }));
-        if (found) {
-            found->origin += window.topLeft();
-        }
-        return found.value_or(Plan());
+    Plan planOf(const Client& shown) {
+        seePlan(display.geometry(shown.mainWindow()));
+        return plan;
     }
 
     /// Moves every package of a location to another one, through a program that is not ours.
@@ -67,9 +59,7 @@ TEST_F(SeveralClients, EachShowsThePlanAndTheOtherGoesOnWhenOneEnds) {
 
     client = std::move(first);
     display.activate(client->mainWindow());
-    const std::optional<Plan> found = findPlan(display.settledPicture());
-    ASSERT_TRUE(found.has_value());
-    plan = *found;
+    ASSERT_NO_FATAL_FAILURE(seePlan());
     warehouse.clearTrace();
     click(spot);
     EXPECT_TRUE(traced(materialStatement(spot)));

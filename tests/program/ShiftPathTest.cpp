@@ -68,14 +68,7 @@ protected:
         const QRect menu = differenceOf(before.copy(below), open.copy(below)).translated(below.topLeft());
         const int height = menu.height() / (kMenuItems + 1);
         display.click(QPoint(menu.center().x(), menu.top() + kShiftItem * height - height / 4));
-        std::optional<Plan> found;
-        ASSERT_TRUE(eventually([&] {
-            found = findPlan(display.picture().copy(window));
-            return found.has_value();
-        }));
-        found->origin += window.topLeft();
-        plan = *found;
-        display.settledPicture();
+        ASSERT_NO_FATAL_FAILURE(seePlan(window));
     }
     void clickAt(const Place& place) const { display.click(plan.at(place.left, place.top)); }
     /// Waits for a call of a procedure whose values begin with these.

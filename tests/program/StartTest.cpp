@@ -29,15 +29,9 @@ protected:
         ASSERT_TRUE(client->start(arguments));
         EXPECT_EQ(client->messageTitle(), title);
         const QStringList before = filesOfDriveC();
-        display.key(QStringLiteral("Return"));
-        const QString window = client->mainWindow();
-        ASSERT_FALSE(window.isEmpty());
-        display.activate(window);
-        display.key(QStringLiteral("alt+u"));
-        display.key(QStringLiteral("Return"));
-        ASSERT_FALSE(client->window(editor).isEmpty());
-        display.key(QStringLiteral("Escape"));
-        ASSERT_TRUE(client->windowGone(editor));
+        ASSERT_NO_FATAL_FAILURE(answer(title, QStringLiteral("Return")));
+        ASSERT_NO_FATAL_FAILURE(chooseInMenu(QStringLiteral("alt+u")));
+        ASSERT_NO_FATAL_FAILURE(answer(editor, QStringLiteral("Escape")));
         closeFrame();
         answerExit(true);
         EXPECT_EQ(client->exitCode(), 0);
@@ -52,11 +46,16 @@ protected:
 
 TEST_F(Start, LogsInWithTwoSessionsAndReadsTheSite) {
     ASSERT_NO_FATAL_FAILURE(startClient());
-    EXPECT_EQ(warehouse.trace(),
-              QStringList({QStringLiteral("select User_Code from OUSR where UserID = 1"),
+    QStringList statements{QStringLiteral("select User_Code from OUSR where UserID = 1"),
                            QStringLiteral("select PathFile from Kolv_setup(nolock)"),
                            QStringLiteral("select PathBitmapMagSur from Kolv_setup(nolock)"),
-                           QStringLiteral("select PathBitmapPlanProd from Kolv_setup(nolock)")}));
+                           QStringLiteral("select PathBitmapPlanProd from Kolv_setup(nolock)")};
+    for (const char* form : {"frmSlownikGrupa", "frmMagCreate", "frmMagWatch", "MagSur"}) {
+        statements += QStringLiteral("select LpShow from kolv_RightsName where FormName  = N'%1'")
+                          .arg(QString::fromLatin1(form));
+        statements += QStringLiteral("select RightsNumber,RightsUser  from kolv_user where UserID = 1");
+    }
+    EXPECT_EQ(warehouse.trace(), statements);
     EXPECT_EQ(sessions(), 2);
     display.activate(client->mainWindow());
     keep(display.settledPicture(), QStringLiteral("started"));
@@ -64,7 +63,7 @@ TEST_F(Start, LogsInWithTwoSessionsAndReadsTheSite) {
 }
 
 TEST_F(Start, ReadsTheDefaultFileWithoutArguments) {
-    writeConnectionFile(defaultFile());
+    writeConnectionFile(warehouse, defaultFile());
     ASSERT_TRUE(client->start({}));
     ASSERT_FALSE(client->mainWindow().isEmpty());
     EXPECT_EQ(sessions(), 2);
@@ -86,19 +85,14 @@ TEST_F(Start, TellsThatNoServerAnswersWhenItIsDown) {
 }
 
 TEST_F(Start, TellsThatTheLoginIsWrong) {
-    writeConnectionFile(warehouse.connectFile(), QStringLiteral("Zle-haslo"));
+    writeConnectionFile(warehouse, warehouse.connectFile(), QStringLiteral("Zle-haslo"));
     ASSERT_NO_FATAL_FAILURE(
         expectFailedLogin({u'-' + warehouse.connectFile(), QStringLiteral("-1")}, refused));
 }
 
 TEST_F(Start, TellsWhatElseTheServerSays) {
-    QProcess process;
-    process.start(QStringLiteral(REGALON_BINARY_DIR "/bin/regalon-connect"), {warehouse.connectFile()});
-    process.write(QStringLiteral("Login:%1\nHaslo:%2\nServer:%3\nBaza:NIE_MA\n")
-                      .arg(LocalWarehouse::login(), LocalWarehouse::password(), warehouse.server())
-                      .toUtf8());
-    process.closeWriteChannel();
-    ASSERT_TRUE(process.waitForFinished());
+    writeConnectionFile(warehouse, warehouse.connectFile(), LocalWarehouse::password(),
+                        QStringLiteral("NIE_MA"));
     ASSERT_NO_FATAL_FAILURE(
         expectFailedLogin({u'-' + warehouse.connectFile(), QStringLiteral("-1")}, anythingElse));
 }

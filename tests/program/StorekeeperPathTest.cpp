@@ -59,14 +59,15 @@ protected:
 
     void takeByTheDialog() {
         display.click(panelPlace(kDialogButton));
-        ASSERT_FALSE(client->window(kSearchTitle).isEmpty());
+        const QString window = client->turnTo(kSearchTitle);
+        ASSERT_FALSE(window.isEmpty());
         ASSERT_TRUE(traced(searchStep({}, 1)));
         display.type(kLetters);
         ASSERT_TRUE(traced(searchStep(kLetters, 1)));
         keep(display.settledPicture(), QStringLiteral("search-dialog"));
         display.key(QStringLiteral("Down"));
         display.key(QStringLiteral("Return"));
-        ASSERT_TRUE(client->windowGone(kSearchTitle));
+        ASSERT_TRUE(client->backFrom(window));
     }
 
     /// Opens the stand of a location and gives the place of its window.

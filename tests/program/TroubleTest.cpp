@@ -21,8 +21,7 @@ protected:
                 return !client->running() || display.windows(client->process()).size() == 1;
             }
             ++count;
-            display.key(QStringLiteral("Return"));
-            client->windowGone(titles.first());
+            client->answer(titles.first(), QStringLiteral("Return"));
             return false;
         };
         EXPECT_TRUE(eventually(alone));
@@ -55,12 +54,10 @@ TEST_F(Trouble, AMissingIconFolderIsToldAndThePlanStands) {
     ASSERT_TRUE(
         warehouse.run(QStringLiteral("delete from kolv_mag_Stand where not (Rank = 1 and Stand = 1)")));
     ASSERT_NO_FATAL_FAILURE(startClient());
-    display.activate(client->mainWindow());
-    display.key(QStringLiteral("alt+a"));
-    display.key(QStringLiteral("Return"));
+    ASSERT_NO_FATAL_FAILURE(chooseInMenu(QStringLiteral("alt+a")));
     EXPECT_EQ(client->messageTitle(), QStringLiteral("frmMagWatch - GenerateBookstand"));
     EXPECT_EQ(dismissAll(), 1);
-    EXPECT_TRUE(findPlan(display.settledPicture()).has_value());
+    ASSERT_NO_FATAL_FAILURE(seePlan());
     EXPECT_EQ(leave(), 0);
 }
 
@@ -77,14 +74,10 @@ TEST_F(Trouble, ABrokenIconIsToldAndTheOtherStandsAreDrawn) {
     broken.write("no picture");
     broken.close();
     ASSERT_NO_FATAL_FAILURE(startClient());
-    display.activate(client->mainWindow());
-    display.key(QStringLiteral("alt+a"));
-    display.key(QStringLiteral("Return"));
+    ASSERT_NO_FATAL_FAILURE(chooseInMenu(QStringLiteral("alt+a")));
     EXPECT_EQ(client->messageTitle(), QStringLiteral("frmMagWatch - GenerateBookstand"));
     EXPECT_EQ(dismissAll(), 1);
-    const std::optional<Plan> found = findPlan(display.settledPicture());
-    ASSERT_TRUE(found.has_value());
-    plan = *found;
+    ASSERT_NO_FATAL_FAILURE(seePlan());
     keep(display.settledPicture(), QStringLiteral("broken-icon"));
     const Spot spot = spotWhere(warehouse, QStringLiteral("A.Rank = 4"));
     click(spot);
