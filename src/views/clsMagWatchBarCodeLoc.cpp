@@ -6,6 +6,12 @@
 
 namespace regalon {
 
+namespace {
+
+const QString kNoMaterial = QStringLiteral("BRAK");
+
+}  // namespace
+
 clsMagWatchBarCodeLoc::clsMagWatchBarCodeLoc(AppContext& context)
     : MapDataClass(context, QStringLiteral("clsMagWatchBarCodeLoc"), MaterialPlaces::LocationsAndGroups) {}
 
@@ -24,13 +30,13 @@ bool clsMagWatchBarCodeLoc::isError() const {
 bool clsMagWatchBarCodeLoc::GetParamLocalizationProcedure(const LocationAddress& address,
                                                           BarCodeFigures& figures) {
     bool answered = false;
-    trap("GetParamLocalizationProcedure", [&] {
+    const bool done = trap("GetParamLocalizationProcedure", [&] {
         openRead(QStringLiteral("exec Kolv_mag_Param_Location_BarCode ") + locationArguments(address));
         if (Recordset.Eof()) {
             answered = true;
             return;
         }
-        figures = {.ItemCode = text("ItemCode", QStringLiteral("BRAK")),
+        figures = {.ItemCode = text("ItemCode", kNoMaterial),
                    .ItemName = text("ItemName"),
                    .GroupCode = number("GroupCode"),
                    .GroupName = text("GroupName"),
@@ -41,12 +47,16 @@ bool clsMagWatchBarCodeLoc::GetParamLocalizationProcedure(const LocationAddress&
                    .QuantityPerCalculate = decimal("QuantityPerCalculate")};
         answered = !isError();
     });
+    if (!done) {
+        figures = {};
+        figures.ItemCode = kNoMaterial;
+    }
     return answered;
 }
 
 BarCodeAnswer clsMagWatchBarCodeLoc::GetParamBarCodeProcedure(const QString& code, BarCodePlace& place) {
     BarCodeAnswer answer = BarCodeAnswer::Failed;
-    trap("GetParamBarCodeProcedure", [&] {
+    const bool done = trap("GetParamBarCodeProcedure", [&] {
         // As a text, so that leading zeros stay.
         openRead(QStringLiteral("exec Kolv_mag_Param_BarCode ") + SqlText(code));
         if (Recordset.Eof()) {
@@ -61,6 +71,8 @@ BarCodeAnswer clsMagWatchBarCodeLoc::GetParamBarCodeProcedure(const QString& cod
         };
         answer = isError() ? BarCodeAnswer::Unknown : BarCodeAnswer::Known;
     });
+    if (!done)
+        place = {};
     return answer;
 }
 

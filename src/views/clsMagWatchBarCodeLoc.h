@@ -31,7 +31,7 @@ struct BarCodePlace {
 enum class BarCodeAnswer { Known, Unknown, Failed };
 
 /// The data class of the barcode window. An answer without a row counts as one: the outputs then stay as they
-/// were.
+/// were. After a failure they are those of an answer of NULLs.
 class clsMagWatchBarCodeLoc : public MapDataClass {
 public:
     explicit clsMagWatchBarCodeLoc(AppContext& context);

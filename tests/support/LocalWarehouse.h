@@ -33,6 +33,7 @@ public:
     void freeze();
     void thaw();
     bool running() const { return m_server.state() == QProcess::Running; }
+    qint64 processId() const { return m_server.processId(); }
     QString why() const { return m_why; }
 
     quint16 port() const { return m_port; }

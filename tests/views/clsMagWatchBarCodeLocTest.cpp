@@ -110,6 +110,22 @@ TEST_F(ClsMagWatchBarCodeLoc, AFailureOfTheFiguresIsReportedUnderTheirName) {
               QStringLiteral("Error - clsMagWatchBarCodeLoc [GetParamLocalizationProcedure]"));
 }
 
+TEST_F(ClsMagWatchBarCodeLoc, AFailureHalfWayThroughTheFiguresLeavesThoseOfAnAnswerOfNulls) {
+    figures.ItemName = QStringLiteral("x");
+    figures.CodeGlobal = 9;
+    figuresAre(QStringLiteral(
+        "select N'M-1' as ItemCode, N'Rura' as ItemName, 12.5 as Quantity, 37.25 as QuantityPer, N'siedem' "
+        "as "
+        "CodeActive, 8 as CodeGlobal, 7 as GroupCode, N'Farby' as GroupName, 40.5 as QuantityPerCalculate, 0 "
+        "as Error"));
+    EXPECT_FALSE(data->GetParamLocalizationProcedure(kPlace, figures));
+    ASSERT_EQ(messages.count(), 1);
+    EXPECT_EQ(figures.ItemCode, QStringLiteral("BRAK"));
+    EXPECT_EQ(figures.ItemName, QString());
+    EXPECT_EQ(figures.Quantity, 0);
+    EXPECT_EQ(figures.CodeGlobal, 0);
+}
+
 TEST_F(ClsMagWatchBarCodeLoc, ReadsThePlaceOfACode) {
     placeIs(QStringLiteral(
         "select N'M-1' as ItemCode, N'Rura' as ItemName, 2 as Rank, 3 as Stand, 4 as Shelf, 1 as Location, "
@@ -137,6 +153,7 @@ TEST_F(ClsMagWatchBarCodeLoc, TellsAnUnknownCodeFromAFailureAndFromNoRow) {
     ASSERT_EQ(messages.count(), 1);
     EXPECT_EQ(messages.last().Title,
               QStringLiteral("Error - clsMagWatchBarCodeLoc [GetParamBarCodeProcedure]"));
+    EXPECT_EQ(place.NumberCode, 0) << "none after a failure";
 }
 
 TEST_F(ClsMagWatchBarCodeLoc, NullsInAPlaceBecomeZerosAndEmptyTexts) {

@@ -5,6 +5,11 @@
 
 #include <QFile>
 
+#include <algorithm>
+#include <chrono>
+#include <csignal>
+#include <thread>
+
 namespace regalon {
 namespace {
 
@@ -18,6 +23,28 @@ constexpr const char* kResults[] = {"lblItemCodeLookForBarCode", "lblItemCodeLoo
                                     "lblStandLokFOrBarCode",     "lblStandLokFOrBarCodeData",
                                     "lblShelfLokFOrBarCode",     "lblShelfLokFOrBarCodeData",
                                     "lblLocationLokFOrBarCode",  "lblLocationLokFOrBarCodeData"};
+
+/// Kills the server in the middle of a statement, while the test's own thread waits for the answer.
+class KillAtStatement {
+public:
+    KillAtStatement(const test::LocalWarehouse& server, const QString& part)
+        : m_killer([&server, part](const std::stop_token& given_up) {
+              const auto received = [&] {
+                  const QStringList trace = server.trace();
+                  return std::any_of(trace.begin(), trace.end(),
+                                     [&](const QString& statement) { return statement.contains(part); });
+              };
+              while (!received()) {
+                  if (given_up.stop_requested())
+                      return;
+                  std::this_thread::sleep_for(std::chrono::milliseconds(1));
+              }
+              ::kill(static_cast<pid_t>(server.processId()), SIGKILL);
+          }) {}
+
+private:
+    std::jthread m_killer;
+};
 
 class FrmMagWatchBarCodeLocLookup : public test::BarCodeWindow {
 protected:
@@ -52,6 +79,18 @@ protected:
     }
     QStringList questions() const {
         return warehouse.batches().filter(QStringLiteral(" select A.LocationPercent,"));
+    }
+    /// Makes the server busy without end with the question for one location.
+    void keepServerBusyWith(const QString& location) {
+        run(
+            QStringLiteral("create function dbo.Busy () returns nvarchar(20) as begin declare @i int = 0 "
+                           "while @i < 2000000000 set @i = @i + 1 return N'' end"));
+        run(QStringLiteral("select * into Assigned from kolv_mag_Location_Item"));
+        run(QStringLiteral("drop table kolv_mag_Location_Item"));
+        run(QStringLiteral("create view kolv_mag_Location_Item as select Rank,Stand,Shelf,Location,case when "
+                           "%1 then dbo.Busy() else ItemCode end as ItemCode,ItemName,GroupSur,"
+                           "StatLocation_cmb from Assigned")
+                .arg(location));
     }
     void placeIs(const QString& body) {
         answer(QStringLiteral("Kolv_mag_Param_BarCode"), QStringLiteral("@BarCode nvarchar(max)"), body);
@@ -146,6 +185,96 @@ TEST_F(FrmMagWatchBarCodeLocLookup, AsksOnceForEachLocationAfterARebuild) {
     EXPECT_EQ(Screen::mousePointer(), MousePointer::Default);
 }
 
+TEST_F(FrmMagWatchBarCodeLocLookup, ALocationOfTheSameMaterialAtAnotherAddressTurnsGrey) {
+    lookFor(QStringLiteral("2001"));
+    showOnPlan();
+    for (const char* other : {"1_1_1_1_", "1_2_1_1_"})
+        EXPECT_TRUE(item("imglocation", QString::fromLatin1(other))->picturePath().endsWith(u"LA_G_30.ico"));
+    EXPECT_TRUE(item("imglocation", QStringLiteral("2_1_1_2_"))->picturePath().endsWith(u"LA_P_30.ico"));
+}
+
+TEST_F(FrmMagWatchBarCodeLocLookup, AFullLocationWithoutThePackageHasTheGreyIconOfFullOnes) {
+    lookFor(QStringLiteral("2001"));
+    showOnPlan();
+    EXPECT_TRUE(item("imglocation", QStringLiteral("1_2_1_2_"))->picturePath().endsWith(u"\\LA_G_100.ico"));
+}
+
+TEST_F(FrmMagWatchBarCodeLocLookup, ALocationThatTheDatabaseDoesNotHaveKeepsItsIcon) {
+    // The plan counts the locations of a shelf: of 1 and 3 it makes 1 and 2.
+    run(QStringLiteral("delete from kolv_mag_Location where Rank = 1 and Stand = 2 and Location = 2"));
+    lookFor(QStringLiteral("2001"));
+    showOnPlan();
+    EXPECT_EQ(questions().size(), 8);
+    const QStringList shown = locations().split(u' ');
+    EXPECT_EQ(shown.size(), 8);
+    EXPECT_EQ(shown.at(3), QStringLiteral("LA_G_30"));
+    EXPECT_EQ(shown.at(4), QStringLiteral("LA_P_30")) << "as the rebuild left it";
+    EXPECT_EQ(shown.at(5), QStringLiteral("LA_G_30")) << "the pass goes on";
+    EXPECT_EQ(stands(), QStringLiteral("RR1_S_01 RR1_S_02 R2_S_01"));
+    EXPECT_EQ(messages.count(), 0) << qPrintable(messages.last().Text);
+}
+
+TEST_F(FrmMagWatchBarCodeLocLookup, AServerThatIsGoneInTheGreyPassIsToldOnceAndTheRestStaysAsItWas) {
+    lookFor(QStringLiteral("2001"));
+    keepServerBusyWith(QStringLiteral("Rank = 1 and Stand = 2 and Location = 1"));
+    {
+        const KillAtStatement killer(warehouse.server, QStringLiteral("Where A.Rank = 1 And A.Stand = 2"));
+        showOnPlan();
+    }
+    ASSERT_EQ(messages.count(), 1) << qPrintable(messages.last().Title);
+    EXPECT_EQ(messages.last().Title, QStringLiteral("Error - clsMagWatch [GetLocationPercent]"));
+    EXPECT_EQ(locations(), QStringLiteral("LA_G_30 LA_G_30 LA_G_30 LA_P_30 LA_P_30 LA_P_30 LA_P_30 LA_P_30 "
+                                          "LA_P_30"));
+    EXPECT_EQ(stands(), QStringLiteral("R1_S_01 R1_S_02 R2_S_01")) << "not reached";
+    EXPECT_EQ(Screen::mousePointer(), MousePointer::Default);
+    expectLookup();
+    expectResult(true);
+}
+
+TEST_F(FrmMagWatchBarCodeLocLookup, WithTheServerGoneALookupIsToldOnceAndTheButtonsKeepTheirState) {
+    warehouse.server.kill();
+    lookFor(QStringLiteral("2001"));
+    ASSERT_EQ(messages.count(), 1);
+    EXPECT_EQ(messages.last().Title,
+              QStringLiteral("Error - clsMagWatchBarCodeLoc [GetParamBarCodeProcedure]"));
+    expectResult(false);
+    EXPECT_EQ(box("txtBarCodeLookFor")->text(), QStringLiteral("2001"));
+}
+
+TEST_F(FrmMagWatchBarCodeLocLookup, AFirstLocationFilledOver100HasNoGreyIconAndEndsThePass) {
+    run(
+        QStringLiteral("update kolv_mag_Location set LocationPercent = 101 where Rank = 1 and Stand = 1 and "
+                       "Location = 1"));
+    lookFor(QStringLiteral("2001"));
+    showOnPlan();
+    ASSERT_EQ(messages.count(), 1);
+    EXPECT_EQ(messages.last().Title,
+              QStringLiteral("frmMagWatchBarCodeLoc - ChangeIconOnLocationOnInputItemCOdeAnyLocation"));
+    EXPECT_FALSE(locations().contains(QStringLiteral("_G_")));
+}
+
+TEST_F(FrmMagWatchBarCodeLocLookup, OfAMaterialCodeWithAColonTheLabelGivesTheFirstPartAlone) {
+    run(QStringLiteral("insert into OITM (ItemCode,ItemName) values (N'FARBA:2',N'Farba')"));
+    run(QStringLiteral("update kolv_mag_Location_Item set ItemCode = N'FARBA:2' where Rank = 2"));
+    run(QStringLiteral("update Kolv_Mag_BarCode_Sur set ItemCode = N'FARBA:2' where BarCode = N'2001'"));
+    lookFor(QStringLiteral("2001"));
+    EXPECT_EQ(text("lblItemCodeLookForBarCodeData"), QStringLiteral("FARBA:2 : Farba"));
+    showOnPlan();
+    EXPECT_FALSE(locations().contains(QStringLiteral("_P_"))) << qPrintable(locations());
+}
+
+TEST_F(FrmMagWatchBarCodeLocLookup, BlanksAroundACodeAreSentAndFindItAllTheSame) {
+    lookFor(QStringLiteral(" 2001 "));
+    EXPECT_EQ(warehouse.batches(), QStringList(QStringLiteral("exec Kolv_mag_Param_BarCode N' 2001 '")));
+    EXPECT_EQ(place(), QStringLiteral("B 1 1 2"));
+}
+
+TEST_F(FrmMagWatchBarCodeLocLookup, ALeadingZeroIsPartOfTheCode) {
+    lookFor(QStringLiteral("02001"));
+    expectNotice(kUnknown);
+    EXPECT_EQ(warehouse.batches(), QStringList(QStringLiteral("exec Kolv_mag_Param_BarCode N'02001'")));
+}
+
 TEST_F(FrmMagWatchBarCodeLocLookup, AFillOver100TakesTheGreyIconBeforeIt) {
     run(
         QStringLiteral("update kolv_mag_Location set LocationPercent = 120 where Rank = 1 and Stand = 2 and "
@@ -213,6 +342,20 @@ TEST_F(FrmMagWatchBarCodeLocLookup, ClosingThePanelLeavesThePlanGreyUntilTheNext
     EXPECT_EQ(locations(), grey);
     press("tlbCmd", "key_ReBulid");
     EXPECT_FALSE(locations().contains(QStringLiteral("_G_")));
+}
+
+TEST_F(FrmMagWatchBarCodeLocLookup, AClickOnThePlanLeadsToTheMapAndLeavesTheGrey) {
+    lookFor(QStringLiteral("2001"));
+    showOnPlan();
+    const QString grey = locations();
+    clickLocation(QStringLiteral("1_1_1_1"));
+    expectMap();
+    EXPECT_EQ(locations(), grey);
+    openLookup();
+    clickStand(QStringLiteral("1_2"));
+    expectMap();
+    EXPECT_EQ(locations(), grey);
+    EXPECT_EQ(stands(), QStringLiteral("RR1_S_01 RR1_S_02 R2_S_01"));
 }
 
 TEST_F(FrmMagWatchBarCodeLocLookup, AMissingGreyIconEndsThePassUnderItsName) {
