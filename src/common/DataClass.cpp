@@ -68,30 +68,42 @@ void DataClass::bindProcedure(const QString& procedure) {
     Command.Parameters().Refresh();
 }
 
-ProcedureOutcome DataClass::executeBound() {
-    Command.Execute();
-    DbParameters& parameters = Command.Parameters();
-    return {ToInt16(parameters.Item(0).Value()),
-            ToText(NullToValue(parameters.Item(parameters.Count() - 1).Value()))};
-}
-
-ProcedureOutcome DataClass::callProcedure(const QString& procedure, Inputs inputs) {
+void DataClass::execute(const QString& procedure, Inputs inputs) {
     bindProcedure(procedure);
     for (const auto& [name, value] : inputs) {
         Command.Parameters().Item(name).setValue(value);
     }
-    return executeBound();
+    Command.Execute();
+}
+
+QVariant DataClass::parameterFromEnd(int place) {
+    DbParameters& parameters = Command.Parameters();
+    return parameters.Item(parameters.Count() - place).Value();
+}
+
+ProcedureOutcome DataClass::outcome() {
+    return {ToInt16(Command.Parameters().Item(0).Value()), ToText(NullToValue(parameterFromEnd(1)))};
+}
+
+ProcedureOutcome DataClass::callProcedure(const QString& procedure, Inputs inputs) {
+    execute(procedure, inputs);
+    return outcome();
 }
 
 bool DataClass::callProcedure(QAnyStringView routine, const QString& procedure, Inputs inputs,
                               QString& strErrDesc) {
     bool accepted = false;
     trap(routine, [&] {
-        const ProcedureOutcome outcome = callProcedure(procedure, inputs);
-        strErrDesc = outcome.message;
-        accepted = outcome.accepted();
+        const ProcedureOutcome answer = callProcedure(procedure, inputs);
+        strErrDesc = answer.message;
+        accepted = answer.accepted();
     });
     return accepted;
+}
+
+bool DataClass::callProcedure(QAnyStringView routine, const QString& procedure, Inputs inputs) {
+    QString unread;
+    return callProcedure(routine, procedure, inputs, unread);
 }
 
 bool DataClass::EcexProcedureParam(const QString& strSQL, QString& strErrDesc) {
@@ -103,9 +115,10 @@ bool DataClass::EcexProcedureParam(const QString& strSQL, QString& strErrDesc) {
         for (int i = 0; i < text.arguments.size(); ++i) {
             Command.Parameters().Item(i + 1).setValue(unquoted(text.arguments.at(i)));
         }
-        const ProcedureOutcome outcome = executeBound();
-        strErrDesc = outcome.message;
-        accepted = outcome.accepted();
+        Command.Execute();
+        const ProcedureOutcome answer = outcome();
+        strErrDesc = answer.message;
+        accepted = answer.accepted();
     });
     return accepted;
 }

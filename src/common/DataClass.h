@@ -33,6 +33,8 @@ public:
     /// Runs a text that returns rows into Recordset. True also after a failure, which it reports: the caller
     /// then finds the recordset closed.
     bool EcexProcedure(const QString& strSQL);
+    /// What the last read left, for the caller of EcexProcedure.
+    const DbRecordset& rows() const { return Recordset; }
 
     /// Runs a procedure from a ready "exec" text ("exec name arg,arg"), by position. The arguments are split
     /// at every comma; N'...' loses every "N'" and "'" in it. True when the return value is 0 or below;
@@ -62,16 +64,26 @@ protected:
     /// Binds Command to the procedure and takes its parameter list. Throws.
     void bindProcedure(const QString& procedure);
 
-    /// Executes the bound Command and reads the return value and the message. Throws.
-    ProcedureOutcome executeBound();
+    /// Binds, sets the inputs in their order, executes. Throws. Return value and outputs can be read from
+    /// Command afterwards.
+    void execute(const QString& procedure, Inputs inputs);
 
-    /// The named call: binds, sets the inputs in their order, executes. Throws. Other outputs can be read
-    /// from Command afterwards.
+    /// What the executed call left in a parameter, counted from the end of the list: 1 is the last. NULL is
+    /// an invalid value. Throws.
+    QVariant parameterFromEnd(int place);
+
+    /// Return value and message of the executed call. Throws for a return value beyond 16 bits.
+    ProcedureOutcome outcome();
+
+    /// The named call: execute() and outcome().
     ProcedureOutcome callProcedure(const QString& procedure, Inputs inputs);
 
     /// The same under the standard handler: true when the return value is 0 or below. strErrDesc takes the
     /// message and stays as it was after a failure.
     bool callProcedure(QAnyStringView routine, const QString& procedure, Inputs inputs, QString& strErrDesc);
+
+    /// The same for a routine whose caller gets no message.
+    bool callProcedure(QAnyStringView routine, const QString& procedure, Inputs inputs);
 
     DbRecordset Recordset;
     DbCommand Command;

@@ -5,11 +5,6 @@
 
 namespace regalon {
 
-bool Proposals::ConfirmPropozytionLocation(qint16 UserSign, QString& Message) {
-    return callProcedure("ConfirmPropozytionLocation", QStringLiteral("Kolv_mag_Watch_Prop_Location_Confirm"),
-                         {{"@UserSign", int{UserSign}}}, Message);
-}
-
 bool Proposals::LoadParamFormLocationChange(qint16 ID, qint16 IDCodeBar, ProposalLine& line) {
     bool found = false;
     const bool done = trap("LoadParamFormLocationChange", [&] {
@@ -36,14 +31,8 @@ bool Proposals::LoadParamFormLocationChange(qint16 ID, qint16 IDCodeBar, Proposa
 }
 
 bool Proposals::ChangeLocationOnAddSur(qint16 UserSign, qint16 ID, qint16 IDCodeBar) {
-    bool accepted = false;
-    trap("ChangeLocationOnAddSur", [&] {
-        accepted =
-            callProcedure(QStringLiteral("Kolv_mag_Prop_Location_Change"),
-                          {{"@UserSign", int{UserSign}}, {"@ID", int{ID}}, {"@IDCodeBar", int{IDCodeBar}}})
-                .accepted();
-    });
-    return accepted;
+    return callProcedure("ChangeLocationOnAddSur", QStringLiteral("Kolv_mag_Prop_Location_Change"),
+                         {{"@UserSign", int{UserSign}}, {"@ID", int{ID}}, {"@IDCodeBar", int{IDCodeBar}}});
 }
 
 }  // namespace regalon

@@ -1,10 +1,13 @@
 #pragma once
 
+#include "stock/DocumentNumbers.h"
 #include "stock/Staging.h"
 
 #include <QString>
 
 namespace regalon {
+
+extern template class Staging<DocumentNumbers>;
 
 /// One proposed location of a package, as a dialog shows it that changes the location.
 struct ProposalLine {
@@ -16,12 +19,8 @@ struct ProposalLine {
 };
 
 /// A data class whose packages get their locations by proposals that the user may change one by one.
-class Proposals : public Staging<DataClass> {
+class Proposals : public Staging<DocumentNumbers> {
 public:
-    using Staging<DataClass>::ConfirmPropozytionLocation;
-    /// For every application and operation of the user.
-    bool ConfirmPropozytionLocation(qint16 UserSign, QString& Message);
-
     /// Reads one proposal. ID and IDCodeBar alone find it, whoever staged it. False and an untouched line
     /// when there is none.
     bool LoadParamFormLocationChange(qint16 ID, qint16 IDCodeBar, ProposalLine& line);
@@ -30,7 +29,7 @@ public:
     bool ChangeLocationOnAddSur(qint16 UserSign, qint16 ID, qint16 IDCodeBar);
 
 protected:
-    using Staging<DataClass>::Staging;
+    using Staging<DocumentNumbers>::Staging;
     ~Proposals() = default;
 };
 

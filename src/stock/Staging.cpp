@@ -1,22 +1,18 @@
 #include "stock/Staging.h"
 
-#include "stock/clsMagWatchShiftLoc.h"
+#include "map/MapDataClass.h"
+#include "stock/DocumentNumbers.h"
 
 namespace regalon {
 
 template <class Base>
 bool Staging<Base>::ClearBarCodeOnTemp(qint16 UserSign, qint16 Param, const QString& Aplication,
                                        const QString& Operation) {
-    bool accepted = false;
-    this->trap("ClearBarCodeOnTemp", [&] {
-        accepted =
-            this->callProcedure(QStringLiteral("Kolv_mag_BarCode_Clear_Temp"), {{"@UserSign", int{UserSign}},
-                                                                                {"@Param", int{Param}},
-                                                                                {"@Aplication", Aplication},
-                                                                                {"@Operation", Operation}})
-                .accepted();
-    });
-    return accepted;
+    return this->callProcedure("ClearBarCodeOnTemp", QStringLiteral("Kolv_mag_BarCode_Clear_Temp"),
+                               {{"@UserSign", int{UserSign}},
+                                {"@Param", int{Param}},
+                                {"@Aplication", Aplication},
+                                {"@Operation", Operation}});
 }
 
 template <class Base>
@@ -27,7 +23,7 @@ bool Staging<Base>::ConfirmPropozytionLocation(qint16 UserSign, const QString& A
         {{"@UserSign", int{UserSign}}, {"@Aplication", Aplication}, {"@Operation", Operation}}, Message);
 }
 
-template class Staging<DataClass>;
+template class Staging<DocumentNumbers>;
 template class Staging<MapDataClass>;
 
 }  // namespace regalon

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "common/DataClass.h"
-
 #include <QString>
 
 namespace regalon {
@@ -25,7 +23,5 @@ protected:
     using Base::Base;
     ~Staging() = default;
 };
-
-extern template class Staging<DataClass>;
 
 }  // namespace regalon

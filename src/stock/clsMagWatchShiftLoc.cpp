@@ -27,17 +27,12 @@ bool clsMagWatchShiftLoc::AddBarCodeShiftOnTemp(const QString& ItemCode, const L
 bool clsMagWatchShiftLoc::DeleteBarCodeShift(const QString& BarCode, qint16 UserSign,
                                              const QString& Aplication, const QString& Delete,
                                              const QString& Operation) {
-    bool accepted = false;
-    trap("DeleteBarCodeShift", [&] {
-        accepted = callProcedure(QStringLiteral("kolv_mag_Shift_Location_BarCode_Status"),
-                                 {{"@BarCode", BarCode},
-                                  {"@UserSign", int{UserSign}},
-                                  {"@Aplication", Aplication},
-                                  {"@Delete", Delete},
-                                  {"@Operation", Operation}})
-                       .accepted();
-    });
-    return accepted;
+    return callProcedure("DeleteBarCodeShift", QStringLiteral("kolv_mag_Shift_Location_BarCode_Status"),
+                         {{"@BarCode", BarCode},
+                          {"@UserSign", int{UserSign}},
+                          {"@Aplication", Aplication},
+                          {"@Delete", Delete},
+                          {"@Operation", Operation}});
 }
 
 qint16 clsMagWatchShiftLoc::GetCountChoseBarCodeOnShift(qint16 UserSign, const QString& Operation) {

@@ -76,16 +76,6 @@ TEST_F(ProposalsTest, TakesAnotherProposalForItsPackage) {
     EXPECT_EQ(messages.count(), 0) << "no message is read";
 }
 
-TEST_F(ProposalsTest, TheShortRecomputationSendsTheUserAlone) {
-    QString message;
-    EXPECT_TRUE(service.ConfirmPropozytionLocation(1, message)) << qPrintable(message);
-    EXPECT_TRUE(service.ConfirmPropozytionLocation(1, QStringLiteral("P"), QStringLiteral("I"), message));
-    const QList<QStringList> calls = warehouse.calls(QStringLiteral("Kolv_mag_Watch_Prop_Location_Confirm"));
-    ASSERT_EQ(calls.size(), 2);
-    EXPECT_EQ(calls[0].mid(0, 3).join(u' '), QStringLiteral("1 NULL NULL"));
-    EXPECT_EQ(calls[1].mid(0, 3).join(u' '), QStringLiteral("1 P I"));
-}
-
 TEST_F(ProposalsTest, FailuresAreReportedUnderTheOwnersName) {
     warehouse.server.kill();
     QString message;
@@ -93,7 +83,7 @@ TEST_F(ProposalsTest, FailuresAreReportedUnderTheOwnersName) {
     EXPECT_EQ(line.ItemCode, QString()) << "the defaults";
     EXPECT_EQ(line.Quantity, 0);
     EXPECT_FALSE(service.ChangeLocationOnAddSur(1, 2, 5));
-    EXPECT_FALSE(service.ConfirmPropozytionLocation(1, message));
+    EXPECT_FALSE(service.ConfirmPropozytionLocation(1, QStringLiteral("P"), QStringLiteral("I"), message));
     EXPECT_FALSE(service.ClearBarCodeOnTemp(1, 0, QStringLiteral("P"), QStringLiteral("I")));
     QStringList titles;
     for (const MsgBoxRecorder::Message& box : messages.messages())
