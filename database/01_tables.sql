@@ -6,6 +6,9 @@
 
 DROP TABLE IF EXISTS dbo.Kolv_Mag_BarCode_Input_Sur_tym;
 DROP TABLE IF EXISTS dbo.Kolv_Mag_BarCode_Output_Sur_tym;
+DROP TABLE IF EXISTS dbo.Kolv_Mag_BarCode_Sur_Production;
+DROP TABLE IF EXISTS dbo.Kolv_Mag_GiveOut;
+DROP TABLE IF EXISTS dbo.Kolv_Mag_BarCode_Sur_Code;
 DROP TABLE IF EXISTS dbo.Kolv_Mag_BarCode_Sur_History;
 DROP TABLE IF EXISTS dbo.Kolv_Mag_BarCode_Sur;
 DROP TABLE IF EXISTS dbo.kolv_mag_Group_Item;
@@ -18,6 +21,9 @@ DROP TABLE IF EXISTS dbo.kolv_mag_Number;
 DROP TABLE IF EXISTS dbo.kolv_user;
 DROP TABLE IF EXISTS dbo.kolv_RightsName;
 DROP TABLE IF EXISTS dbo.Kolv_setup;
+DROP TABLE IF EXISTS dbo.kolv_mag_Order_Material;
+DROP TABLE IF EXISTS dbo.RDR1;
+DROP TABLE IF EXISTS dbo.POR1;
 DROP TABLE IF EXISTS dbo.ORDR;
 DROP TABLE IF EXISTS dbo.OPOR;
 DROP TABLE IF EXISTS dbo.OITM;
@@ -60,6 +66,36 @@ CREATE TABLE dbo.ORDR (
     DocStatus nvarchar(1)   NULL,
     CardCode  nvarchar(15)  NULL,
     CardName  nvarchar(100) NULL
+);
+
+-- Lines of purchase orders. A line may close before its order; one whose status is NULL is open.
+CREATE TABLE dbo.POR1 (
+    DocEntry   int            NOT NULL,
+    LineNum    smallint       NOT NULL,
+    ItemCode   nvarchar(20)   NULL,
+    Quantity   decimal(19, 6) NULL,  -- ordered, in the unit of the material
+    LineStatus nvarchar(1)    NULL,  -- O open, C closed
+    CONSTRAINT PK_POR1 PRIMARY KEY (DocEntry, LineNum)
+);
+CREATE INDEX IX_POR1_ItemCode ON dbo.POR1 (ItemCode);
+
+-- Lines of manufacturing orders: what is made, and how many of it.
+CREATE TABLE dbo.RDR1 (
+    DocEntry   int            NOT NULL,
+    LineNum    smallint       NOT NULL,
+    Dscription nvarchar(100)  NULL,
+    Quantity   decimal(19, 6) NULL,
+    LineStatus nvarchar(1)    NULL,
+    CONSTRAINT PK_RDR1 PRIMARY KEY (DocEntry, LineNum)
+);
+
+-- The materials that a line of a manufacturing order needs.
+CREATE TABLE dbo.kolv_mag_Order_Material (
+    DocEntry int            NOT NULL,
+    LineNum  smallint       NOT NULL,
+    ItemCode nvarchar(20)   NOT NULL,
+    Quantity decimal(19, 6) NULL,
+    CONSTRAINT PK_kolv_mag_Order_Material PRIMARY KEY (DocEntry, LineNum, ItemCode)
 );
 GO
 
@@ -194,9 +230,24 @@ CREATE TABLE dbo.Kolv_Mag_BarCode_Sur (
 );
 CREATE INDEX IX_Kolv_Mag_BarCode_Sur_Location ON dbo.Kolv_Mag_BarCode_Sur (Rank, Stand, Shelf, Location);
 CREATE INDEX IX_Kolv_Mag_BarCode_Sur_ItemCode ON dbo.Kolv_Mag_BarCode_Sur (ItemCode);
+CREATE INDEX IX_Kolv_Mag_BarCode_Sur_DocEntry ON dbo.Kolv_Mag_BarCode_Sur (DocEntry, LineNum);
+
+-- Every barcode that was given to a line of a purchase order, whether its package has come or not.
+CREATE TABLE dbo.Kolv_Mag_BarCode_Sur_Code (
+    BarCode    nvarchar(50) NOT NULL PRIMARY KEY,
+    YearCode   smallint     NOT NULL,
+    DocEntry   int          NOT NULL,
+    DocNum     int          NULL,
+    LineNum    smallint     NOT NULL,
+    NumberCode int          NOT NULL,  -- running number within year, document and line
+    ItemCode   nvarchar(20) NULL,
+    UserSign   smallint     NULL,
+    CreateDate datetime     NULL,
+    CONSTRAINT UQ_Kolv_Mag_BarCode_Sur_Code UNIQUE (DocEntry, LineNum, YearCode, NumberCode)
+);
 
 -- Every booking of a package, never changed afterwards.
--- Operation: I into the buffer, L onto a location, S from location to location, O given out.
+-- Operation: I into the buffer, L onto a location, S from location to location, O given out, R come back into the buffer.
 CREATE TABLE dbo.Kolv_Mag_BarCode_Sur_History (
     ID           int IDENTITY(1, 1) NOT NULL PRIMARY KEY,
     BarCode      nvarchar(50)   NOT NULL,
@@ -215,6 +266,33 @@ CREATE TABLE dbo.Kolv_Mag_BarCode_Sur_History (
     BookDate     datetime       NULL
 );
 CREATE INDEX IX_Kolv_Mag_BarCode_Sur_History_BarCode ON dbo.Kolv_Mag_BarCode_Sur_History (BarCode);
+
+-- Documents of what was given out to a line of a manufacturing order.
+CREATE TABLE dbo.Kolv_Mag_GiveOut (
+    GiveOutDocNum   int           NOT NULL PRIMARY KEY,
+    DocEntryProd    int           NOT NULL,
+    DocNumProd      int           NULL,
+    LineNumProd     smallint      NOT NULL,
+    UserSign        smallint      NULL,  -- who gave it out
+    UserSignGiveOut smallint      NULL,  -- who received it
+    HostName        nvarchar(128) NULL,
+    BookDate        datetime      NULL
+);
+
+-- Their lines. A part of a package has a code of its own in GiveOutBarCode; SourceBarCode is what it was taken from.
+-- QuantityBack is NULL until the line has come back.
+CREATE TABLE dbo.Kolv_Mag_BarCode_Sur_Production (
+    GiveOutDocNum  int            NOT NULL,
+    GiveOutLineNum smallint       NOT NULL,
+    GiveOutBarCode nvarchar(50)   NULL,
+    SourceBarCode  nvarchar(50)   NULL,
+    ItemCode       nvarchar(20)   NULL,
+    Quantity       decimal(19, 6) NULL,
+    QuantityBack   decimal(19, 6) NULL,
+    BackDate       datetime       NULL,
+    CONSTRAINT PK_Kolv_Mag_BarCode_Sur_Production PRIMARY KEY (GiveOutDocNum, GiveOutLineNum)
+);
+CREATE INDEX IX_Kolv_Mag_BarCode_Sur_Production_BarCode ON dbo.Kolv_Mag_BarCode_Sur_Production (GiveOutBarCode);
 GO
 
 -- ---------------------------------------------------------------- staged work

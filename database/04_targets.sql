@@ -104,3 +104,23 @@ RETURN
                 OR @PackWeight > @FreeWeight + @SpaceWeight * 0.000001 THEN 3
             ELSE @ItemVerdict END AS Verdict;
 GO
+
+-- What one location says to one package, wherever that lies now: the question of whoever puts it there. The material is
+-- the package's own, handed in because the server plans the question by it.
+DROP FUNCTION IF EXISTS dbo.kolv_mag_fn_Location_Verdict;
+GO
+CREATE FUNCTION dbo.kolv_mag_fn_Location_Verdict (
+    @BarCode nvarchar(50), @ItemCode nvarchar(20), @Rank smallint, @Stand smallint, @Shelf smallint, @Location smallint
+)
+RETURNS TABLE
+AS
+RETURN
+    SELECT R.Place, (SELECT Verdict FROM dbo.kolv_mag_fn_Package_Verdict(
+            CASE WHEN B.Rank = R.Rank AND B.Stand = R.Stand AND B.Shelf = R.Shelf AND B.Location = R.Location
+                THEN 9 ELSE R.Verdict END,
+            B.PackLength, B.PackWidth, B.PackHeight, B.PackVolume, B.PackWeight, R.SpaceWidth, R.SpaceHeight,
+            R.SpaceDepth, R.SpaceVolume, R.SpaceWeight, R.FreeVolume, R.FreeWeight)) AS Verdict
+    FROM dbo.Kolv_vv_mag_Package_Size AS B
+        CROSS JOIN dbo.kolv_mag_fn_Item_Target(@ItemCode) AS R
+    WHERE B.BarCode = @BarCode AND R.Rank = @Rank AND R.Stand = @Stand AND R.Shelf = @Shelf AND R.Location = @Location;
+GO

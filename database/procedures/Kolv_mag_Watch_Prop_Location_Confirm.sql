@@ -1,6 +1,6 @@
--- Recomputes the proposals of the chosen packages. A package that no longer lies where it was staged is let go, and so is
--- all that was staged last year, which the client does not count; the user is told. The proposals of the others are made
--- all the same.
+-- Recomputes the proposals of the chosen packages. A package that no longer lies where it was staged is let go, or that
+-- somebody else has received or taken back since, and so is all that was staged last year, which the client does not
+-- count; the user is told. The proposals of the others are made all the same.
 -- Goods-out calls with the user alone: NULL stands for every application and operation.
 DROP PROCEDURE IF EXISTS dbo.Kolv_mag_Watch_Prop_Location_Confirm;
 GO
@@ -15,26 +15,32 @@ BEGIN
     SET @ErrDesc = N'';
 
     BEGIN TRY
-        DECLARE @Gone TABLE (BarCode nvarchar(50) NOT NULL, YearCode smallint NULL);
+        DECLARE @Gone TABLE (BarCode nvarchar(50) NOT NULL, YearCode smallint NULL, Operation nvarchar(10) NULL);
         DECLARE @Moved int;
         DECLARE @Refused int;
         DECLARE @Reason nvarchar(250);
 
         -- One statement, so that what is told is what was let go.
         DELETE T
-        OUTPUT deleted.BarCode, deleted.YearCode INTO @Gone (BarCode, YearCode)
+        OUTPUT deleted.BarCode, deleted.YearCode, deleted.Operation INTO @Gone (BarCode, YearCode, Operation)
         FROM dbo.Kolv_Mag_BarCode_Input_Sur_tym AS T
         WHERE T.SPID = -@@SPID AND T.HostName = HOST_NAME() AND T.UserSign = @UserSign
             AND (@Aplication IS NULL OR T.Aplication = @Aplication) AND (@Operation IS NULL OR T.Operation = @Operation)
             AND (ISNULL(T.YearCode, 0) <> YEAR(GETDATE())
                 OR T.LineGrd = -1 AND T.Rank IS NOT NULL AND NOT EXISTS (SELECT 1 FROM dbo.Kolv_Mag_BarCode_Sur AS B
                     WHERE B.BarCode = T.BarCode AND B.Active = N'Y' AND B.Rank = T.Rank AND B.Stand = T.Stand
-                        AND B.Shelf = T.Shelf AND B.Location = T.Location));
+                        AND B.Shelf = T.Shelf AND B.Location = T.Location)
+                OR T.LineGrd = -1 AND T.Operation = N'I' AND EXISTS (SELECT 1 FROM dbo.Kolv_Mag_BarCode_Sur AS B
+                    WHERE B.BarCode = T.BarCode)
+                OR T.LineGrd = -1 AND T.Operation = N'R' AND NOT EXISTS (SELECT 1 FROM dbo.Kolv_Mag_BarCode_Sur AS B
+                    WHERE B.BarCode = T.BarCode AND ISNULL(B.Active, N'N') <> N'Y'));
         SELECT @Moved = COUNT(*) FROM @Gone WHERE YearCode = YEAR(GETDATE());
         IF @Moved > 0
             SELECT @ErrDesc = N'Opakowanie „' + MIN(BarCode) + N'”' + CASE WHEN @Moved > 1 THEN N' i inne (razem: '
                 + CAST(@Moved AS nvarchar(11)) + N')' ELSE N'' END
-                + N' przesunął lub wydał w międzyczasie inny użytkownik. Wycofano z wyboru.'
+                + CASE WHEN MIN(Operation) = MAX(Operation) AND MAX(Operation) IN (N'I', N'R') THEN N' przyjął'
+                    ELSE N' przesunął lub wydał' END
+                + N' w międzyczasie inny użytkownik. Wycofano z wyboru.'
             FROM @Gone
             WHERE YearCode = YEAR(GETDATE());
         ELSE IF EXISTS (SELECT 1 FROM @Gone)

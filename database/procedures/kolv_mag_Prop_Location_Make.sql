@@ -76,7 +76,20 @@ BEGIN
         LEFT JOIN dbo.kolv_mag_Stand AS S ON S.Rank = B.Rank AND S.Stand = B.Stand
     WHERE T.SPID = -@@SPID AND T.HostName = HOST_NAME() AND T.UserSign = @UserSign AND T.YearCode = YEAR(GETDATE())
         AND T.LineGrd = -1 AND (@Aplication IS NULL OR T.Aplication = @Aplication)
-        AND (@Operation IS NULL OR T.Operation = @Operation);
+        AND (@Operation IS NULL OR T.Operation = @Operation) AND ISNULL(T.Operation, N'') NOT IN (N'I', N'R');
+    -- Packages that come in or come back are not in stock yet and lie nowhere.
+    IF @Operation IS NULL OR @Operation IN (N'I', N'R')
+        INSERT INTO #Package (Place, Aplication, Operation, BarCode, ItemCode, Quantity, PackLength, PackWidth,
+            PackHeight, PackVolume, PackWeight, StandLeft, StandTop)
+        SELECT (SELECT COUNT(*) FROM #Package) + ROW_NUMBER() OVER (ORDER BY Z.ItemCode, Z.BarCode, Z.ID), Z.Aplication,
+            Z.Operation, Z.BarCode, ISNULL(Z.ItemCode, N''), ISNULL(Z.Quantity, 0), ISNULL(Z.PackLength, 0),
+            ISNULL(Z.PackWidth, 0), ISNULL(Z.PackHeight, 0),
+            CAST(ISNULL(Z.PackLength, 0) AS float) * ISNULL(Z.PackWidth, 0) * ISNULL(Z.PackHeight, 0) / 1000000.0,
+            CAST(ISNULL(Z.PackWeight, 0) AS float), 0, 0
+        FROM dbo.Kolv_vv_mag_Document_Size AS Z
+        WHERE Z.SPID = -@@SPID AND Z.HostName = HOST_NAME() AND Z.UserSign = @UserSign AND Z.YearCode = YEAR(GETDATE())
+            AND Z.LineGrd = -1 AND (@Aplication IS NULL OR Z.Aplication = @Aplication)
+            AND (@Operation IS NULL OR Z.Operation = @Operation);
 
     SELECT @ItemCode = MIN(ItemCode) FROM #Package;
     WHILE @ItemCode IS NOT NULL

@@ -55,16 +55,8 @@ BEGIN
         SELECT @Stands = COUNT(*) FROM dbo.kolv_mag_Stand WITH (UPDLOCK, HOLDLOCK);
 
         SELECT @ItemCode = ItemCode FROM dbo.Kolv_vv_mag_Package_Size WHERE BarCode = @BarCode;
-        SELECT @Verdict = (SELECT Verdict FROM dbo.kolv_mag_fn_Package_Verdict(
-                CASE WHEN B.Rank = R.Rank AND B.Stand = R.Stand AND B.Shelf = R.Shelf AND B.Location = R.Location
-                    THEN 9 ELSE R.Verdict END,
-                B.PackLength, B.PackWidth, B.PackHeight, B.PackVolume, B.PackWeight, R.SpaceWidth, R.SpaceHeight,
-                R.SpaceDepth, R.SpaceVolume, R.SpaceWeight, R.FreeVolume, R.FreeWeight)),
-            @Place = R.Place
-        FROM dbo.Kolv_vv_mag_Package_Size AS B
-            CROSS JOIN dbo.kolv_mag_fn_Item_Target(@ItemCode) AS R
-        WHERE B.BarCode = @BarCode AND R.Rank = @Rank AND R.Stand = @Stand AND R.Shelf = @Shelf
-            AND R.Location = @Location;
+        SELECT @Verdict = Verdict, @Place = Place
+        FROM dbo.kolv_mag_fn_Location_Verdict(@BarCode, @ItemCode, @Rank, @Stand, @Shelf, @Location);
 
         IF @Place IS NOT NULL AND @Verdict IN (1, 2)
         BEGIN

@@ -26,6 +26,10 @@ std::vector<std::string> tableRows(OdbcConnection& connection) {
         "Operation",
         "SELECT * FROM OITM ORDER BY ItemCode",
         "SELECT * FROM kolv_mag_Group_Item ORDER BY GroupSur, ItemCode",
+        "SELECT * FROM POR1 ORDER BY DocEntry, LineNum",
+        "SELECT * FROM kolv_mag_Order_Material ORDER BY DocEntry, LineNum, ItemCode",
+        "SELECT * FROM Kolv_Mag_BarCode_Sur_Code ORDER BY BarCode",
+        "SELECT * FROM Kolv_Mag_BarCode_Sur_Production ORDER BY GiveOutDocNum, GiveOutLineNum",
         "SELECT * FROM kolv_user ORDER BY UserID",
         "SELECT * FROM Kolv_setup"};
     std::vector<std::string> lines;
@@ -74,11 +78,29 @@ TEST(Install, AnUpdateReplacesTheGlobalTablesOfSessionsThatRun) {
 TEST(Install, TheSchemaAloneHasEverythingButRows) {
     const Warehouse warehouse(Warehouse::Content::Schema);
     auto connection = warehouse.connect();
-    for (const char* table :
-         {"kolv_mag_Rank", "kolv_mag_Stand", "kolv_mag_Location", "kolv_mag_Location_Item",
-          "kolv_mag_Location_Group", "kolv_mag_Group_Item", "Kolv_setup", "OUSR", "OITM", "OPOR", "ORDR",
-          "kolv_RightsName", "kolv_user", "Kolv_Mag_BarCode_Sur", "Kolv_Mag_BarCode_Sur_History",
-          "Kolv_Mag_BarCode_Input_Sur_tym", "Kolv_Mag_BarCode_Output_Sur_tym"})
+    for (const char* table : {"kolv_mag_Rank",
+                              "kolv_mag_Stand",
+                              "kolv_mag_Location",
+                              "kolv_mag_Location_Item",
+                              "kolv_mag_Location_Group",
+                              "kolv_mag_Group_Item",
+                              "Kolv_setup",
+                              "OUSR",
+                              "OITM",
+                              "OPOR",
+                              "ORDR",
+                              "POR1",
+                              "RDR1",
+                              "kolv_mag_Order_Material",
+                              "Kolv_Mag_BarCode_Sur_Code",
+                              "Kolv_Mag_GiveOut",
+                              "Kolv_Mag_BarCode_Sur_Production",
+                              "kolv_RightsName",
+                              "kolv_user",
+                              "Kolv_Mag_BarCode_Sur",
+                              "Kolv_Mag_BarCode_Sur_History",
+                              "Kolv_Mag_BarCode_Input_Sur_tym",
+                              "Kolv_Mag_BarCode_Output_Sur_tym"})
         EXPECT_EQ(connection.run(std::string("SELECT COUNT(*) FROM ") + table).whole(0), 0) << table;
     EXPECT_EQ(call(connection, "kolv_mag_SaveLocationIDTab", "N'', N'', N''").value, 0);
     connection.run("EXEC Kolv_mag_Refresh_Percent_Location N'N'");
@@ -129,7 +151,38 @@ TEST(Install, ProceduresHaveTheParametersOfTheirContract) {
         {"Kolv_mag_Watch_Prop_Location", "@UserSign @Aplication @Operation @Mode @ErrDesc*"},
         {"Kolv_mag_Prop_Location_Change", "@UserSign @ID @IDCodeBar @ErrDesc*"},
         {"kolv_mag_Shift_Location_BarCode",
-         "@BarCode @Rank @Stand @Shelf @Location @UserSign @Aplication @Operation @ErrDesc*"}};
+         "@BarCode @Rank @Stand @Shelf @Location @UserSign @Aplication @Operation @ErrDesc*"},
+        {"Kolv_mag_BarCode_Add_Temp",
+         "@DocEntry @DocNum @LineNum @BarCode @NumberCode @Quantity @UserSign @LineGrd @DeleteLine @ItemCode "
+         "@Aplication @Operation @ErrDesc*"},
+        {"Kolv_mag_BarCode_Input_Kolv_Temp",
+         "@DocEntry @DocNum @LineNum @BarCode @NumberCode @Quantity @UserSign @LineGrd @DeleteLine @ItemCode "
+         "@Aplication @Operation @ErrDesc*"},
+        {"Kolv_mag_Add_Sur_On_Bufor", "@UserSign @Aplication @Operation @ErrDesc*"},
+        {"Kolv_mag_Add_Sur_On_Location",
+         "@DocEntry @LineNum @BarCodeSur @BarCodeLoc @UserSign @Operation @ErrDesc*"},
+        {"Kolv_mag_GetLastBarCode_Sur", "@Year @DocEntry @DocNum @LineNum"},
+        {"Kolv_mag_SaveBarCode_Sur",
+         "@Year @DocEntry @DocNum @LineNum @NumberCode @BarCode @UserSign @ItemCode @ErrDesc*"},
+        {"Kolv_mag_SaveItemCodeParam_Sur",
+         "@ItemCode @SLength1 @SWidth1 @BHeight1 @PurPackUn @PurPackMsr @UserSign @ErrDesc*"},
+        {"kolv_mag_Line_Status_PurchaseOrder", "@DocEntry @Linenum @UserSign @ErrDesc*"},
+        {"Kolv_mag_BarCode_Add_Temp_Out",
+         "@DocNum @ItemCode @QuantityProp @QuantityOut @UserSign @LineGrd @PropOrOut @DeleteLine @Aplication "
+         "@Param @BarCode @ErrDesc*"},
+        {"Kolv_mag_GiveOut_Sur_On_Location",
+         "@DocNumProd @DocEntryProd @LineNumProd @UserSign @UserSignGiveOut @Aplication @GiveOutDocNum* "
+         "@ErrDesc*"},
+        {"Kolv_mag_Confirm_Item_GiveOut", "@ItemCode @Aplication @ErrDesc*"},
+        {"Kolv_mag_Add_PurchesOrders_GiveOut",
+         "@Aplication @UserSign @UserSignGiveOut @DocEntry @AddOrDelete @ErrDesc*"},
+        {"Kolv_mag_Add_ItemCode_GiveOut",
+         "@Aplication @UserSign @UserSignGiveOut @ItemCode @AddOrDelete @ErrDesc*"},
+        {"Kolv_mag_Clear_PurchesOrders_GiveOut", "@Aplication @UserSign @Param"},
+        {"Kolv_mag_Clear_ItemCode_GiveOut", "@Aplication @UserSign @Param"},
+        {"kolv_mag_Confirm_Quantity_Input_Prod",
+         "@GiveOutDocNum @GiveOutLineNum @BarCode @ItemCode @Quantity @Aplication @Operation @ErrDesc* "
+         "@ConfirmedQuantity*"}};
     for (const auto& [procedure, expected] : contracts) {
         const Rows rows = connection.run("exec sp_sproc_columns N'" + procedure + "'");
         const auto place = [&rows](const char* name) {

@@ -64,8 +64,7 @@ Rows ShiftDesk::proposalRows(int mode, const std::string& message) {
                            operation_ + "," + std::to_string(mode) + "," + message);
 }
 
-std::vector<Proposal> ShiftDesk::proposals(int mode) {
-    const Rows rows = proposalRows(mode);
+std::vector<Proposal> proposalsOf(const Rows& rows) {
     // The client's headers are these columns and the number of the row in front of them.
     const std::size_t headers = rows.columns.size() + 1;
     const auto column = [headers](std::size_t fromEnd) { return headers - fromEnd - 1; };
@@ -81,6 +80,10 @@ std::vector<Proposal> ShiftDesk::proposals(int mode) {
                         .occupied = rows.text(i, column(1)),
                         .percentAfter = static_cast<int>(rows.whole(i, column(4)))});
     return list;
+}
+
+std::vector<Proposal> ShiftDesk::proposals(int mode) {
+    return proposalsOf(proposalRows(mode));
 }
 
 Proposal ShiftDesk::proposal(const std::string& address) {

@@ -23,6 +23,9 @@ struct Proposal {
     [[nodiscard]] bool canBeTicked() const { return status == "D" || status == "C"; }
 };
 
+/// The rows of a list of proposals.
+[[nodiscard]] std::vector<Proposal> proposalsOf(const Rows& rows);
+
 /// What a client that moves packages says to the server: one connection, one user, application P, operation
 /// S.
 class ShiftDesk {
