@@ -22,6 +22,8 @@ CREATE PROCEDURE dbo.Kolv_mag_BarCode_Add_Temp
 AS
 BEGIN
     SET NOCOUNT ON;
+    -- What is asked here is asked again under the lock of the movers: nobody waits for it, and no mover for him.
+    SET TRANSACTION ISOLATION LEVEL READ UNCOMMITTED;
     SET @ErrDesc = N'';
 
     BEGIN TRY
@@ -30,7 +32,7 @@ BEGIN
 
         IF ISNULL(@Operation, N'') <> N'I'
             SET @Refusal = N'Przyjęcie ma operację I, a nie „' + ISNULL(@Operation, N'') + N'”.';
-        ELSE IF @DeleteLine <> N'Y'
+        ELSE IF ISNULL(@DeleteLine, N'N') <> N'Y'
         BEGIN
             SET @Refusal = dbo.kolv_mag_fn_Receive_Refusal(@DocEntry, @DocNum, @LineNum, @BarCode, @NumberCode,
                 @Quantity, @ItemCode);

@@ -21,6 +21,8 @@ CREATE PROCEDURE dbo.Kolv_mag_BarCode_Add_Temp_Out
 AS
 BEGIN
     SET NOCOUNT ON;
+    -- What is asked here is asked again under the lock of the movers: nobody waits for it, and no mover for him.
+    SET TRANSACTION ISOLATION LEVEL READ UNCOMMITTED;
     SET @ErrDesc = N'';
 
     BEGIN TRY

@@ -20,6 +20,8 @@ CREATE PROCEDURE dbo.Kolv_mag_BarCode_Input_Kolv_Temp
 AS
 BEGIN
     SET NOCOUNT ON;
+    -- What is asked here is asked again under the lock of the movers: nobody waits for it, and no mover for him.
+    SET TRANSACTION ISOLATION LEVEL READ UNCOMMITTED;
     SET @ErrDesc = N'';
 
     BEGIN TRY
@@ -27,7 +29,7 @@ BEGIN
 
         IF ISNULL(@Operation, N'') <> N'R'
             SET @Refusal = N'Zwrot z produkcji ma operację R, a nie „' + ISNULL(@Operation, N'') + N'”.';
-        ELSE IF @DeleteLine <> N'Y'
+        ELSE IF ISNULL(@DeleteLine, N'N') <> N'Y'
             SET @Refusal = dbo.kolv_mag_fn_Return_Refusal(@DocEntry, @DocNum, @LineNum, @BarCode, @NumberCode,
                 @Quantity, @ItemCode);
         IF @Refusal IS NOT NULL

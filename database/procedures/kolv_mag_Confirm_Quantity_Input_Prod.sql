@@ -15,6 +15,8 @@ CREATE PROCEDURE dbo.kolv_mag_Confirm_Quantity_Input_Prod
 AS
 BEGIN
     SET NOCOUNT ON;
+    -- What is asked here is asked again under the lock of the movers: nobody waits for it, and no mover for him.
+    SET TRANSACTION ISOLATION LEVEL READ UNCOMMITTED;
     SET @ErrDesc = N'';
     SET @ConfirmedQuantity = 0;
 

@@ -2,18 +2,14 @@
 // so that a kill cuts a call, an answer or a connection wherever it is.
 
 #include "database/Stock.h"
+#include "database/Worker.h"
 
 #include <gtest/gtest.h>
 #include <poll.h>
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <array>
 #include <chrono>
-#include <csignal>
-#include <filesystem>
 #include <iostream>
 #include <random>
 
@@ -27,66 +23,26 @@ constexpr const char* Workstation = "MAG-WOZEK";
 
 using Clock = std::chrono::steady_clock;
 
-/// A running storekeeper and the lines that it has told so far.
-class Keeper {
+/// A running storekeeper and the shifts that it has left.
+class Keeper : public Worker {
 public:
-    Keeper(const std::string& connection, int user, unsigned seed, int shifts) : left_(shifts) {
-        std::array<int, 2> ends{};
-        if (pipe(ends.data()) != 0)
-            throw std::runtime_error("no pipe");
-        posix_spawn_file_actions_t actions;
-        posix_spawn_file_actions_init(&actions);
-        posix_spawn_file_actions_adddup2(&actions, ends[1], STDOUT_FILENO);
-        posix_spawn_file_actions_addclose(&actions, ends[0]);
-        posix_spawn_file_actions_addclose(&actions, ends[1]);
-        std::array<std::string, 5> texts{
-            (std::filesystem::path(REGALON_BINARY_DIR) / "bin" / "database_storekeeper").string(), connection,
-            std::to_string(user), std::to_string(seed), std::to_string(shifts)};
-        std::array<char*, 6> arguments{};
-        std::transform(texts.begin(), texts.end(), arguments.begin(), [](auto& text) { return text.data(); });
-        const int result =
-            posix_spawn(&process_, texts[0].c_str(), &actions, nullptr, arguments.data(), environ);
-        posix_spawn_file_actions_destroy(&actions);
-        close(ends[1]);
-        output_ = ends[0];
-        if (result != 0)
-            throw std::runtime_error("no storekeeper: " + texts[0]);
-    }
-    ~Keeper() {
-        kill();
-        waitpid(process_, nullptr, 0);
-        close(output_);
-    }
-    Keeper(const Keeper&) = delete;
-    Keeper& operator=(const Keeper&) = delete;
+    Keeper(const std::string& connection, int user, unsigned seed, int shifts)
+        : Worker("database_storekeeper",
+                 {connection, std::to_string(user), std::to_string(seed), std::to_string(shifts)}),
+          left_(shifts) {}
 
-    void kill() { ::kill(process_, SIGKILL); }
-    [[nodiscard]] int output() const { return output_; }
     [[nodiscard]] int left() const { return left_; }
 
-    /// Reads what is there. False at the end.
-    template <class Take>
-    bool read(Take take) {
-        std::array<char, 4096> part{};
-        const ssize_t length = ::read(output_, part.data(), part.size());
-        if (length <= 0)
-            return false;
-        text_.append(part.data(), static_cast<std::size_t>(length));
-        for (std::size_t end = text_.find('\n'); end != std::string::npos; end = text_.find('\n')) {
-            const std::string line = text_.substr(0, end);
-            text_.erase(0, end + 1);
+    bool readShifts(const std::function<void(const std::string&)>& take) {
+        return read([this, &take](const std::string& line) {
             if (line.rfind("moved ", 0) == 0 || line.rfind("refused ", 0) == 0)
                 --left_;
             take(line);
-        }
-        return true;
+        });
     }
 
 private:
-    pid_t process_ = 0;
-    int output_ = -1;
     int left_;
-    std::string text_;
 };
 
 class Movers : public ::testing::Test {
@@ -169,7 +125,7 @@ protected:
             poll(waiting.data(), waiting.size(), static_cast<int>(std::max<long>(0, rest.count())));
             for (std::size_t i = 0; i < keepers.size(); ++i) {
                 if (waiting.at(i).revents == 0 ||
-                    keepers.at(i)->read([this](const auto& line) { take(line); }))
+                    keepers.at(i)->readShifts([this](const auto& line) { take(line); }))
                     continue;
                 // It has ended: by itself, or by a kill; then another run of the same user goes on.
                 const int left = keepers.at(i)->left();

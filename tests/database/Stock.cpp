@@ -156,6 +156,8 @@ void expectRoom(OdbcConnection& connection) {
     }
 }
 
+}  // namespace
+
 void expectFills(OdbcConnection& connection) {
     const Rows rows = connection.run(
         "SELECT L.LocationIcon, F.LocationIcon, L.LocationPercent, F.LocationPercent FROM kolv_mag_Location "
@@ -167,8 +169,6 @@ void expectFills(OdbcConnection& connection) {
         EXPECT_EQ(rows.text(i, 2), rows.text(i, 3));
     }
 }
-
-}  // namespace
 
 void expectWholeMoves(OdbcConnection& connection, const Stock& before) {
     const Stock after = Stock::read(connection);

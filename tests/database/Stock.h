@@ -30,4 +30,7 @@ void fillForMovers(ShiftHall& hall);
 /// what lies there.
 void expectWholeMoves(OdbcConnection& connection, const Stock& before);
 
+/// Fill and icon of every location are those of what lies there.
+void expectFills(OdbcConnection& connection);
+
 }  // namespace regalon::test
