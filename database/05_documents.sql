@@ -24,7 +24,8 @@ END
 GO
 
 -- The locations that a label can stand for: one, or none, or several where stands have more than two digits, of which a
--- label holds the last two. The day in it is that of its print and says nothing about the place.
+-- label holds the last two. The day in it is that of its print and says nothing about the place. Whether the text is a
+-- label at all is asked apart, once instead of for each location.
 DROP FUNCTION IF EXISTS dbo.kolv_mag_fn_Location_BarCode;
 GO
 CREATE FUNCTION dbo.kolv_mag_fn_Location_BarCode (@BarCode nvarchar(100))
@@ -33,8 +34,7 @@ AS
 RETURN
     SELECT Rank, Stand, Shelf, Location
     FROM dbo.kolv_mag_Location
-    WHERE dbo.kolv_mag_fn_IsLocationCode(@BarCode) = 1
-        AND RIGHT(N'0' + CAST(Rank AS nvarchar(6)), 2) = SUBSTRING(@BarCode, 9, 2)
+    WHERE RIGHT(N'0' + CAST(Rank AS nvarchar(6)), 2) = SUBSTRING(@BarCode, 9, 2)
         AND RIGHT(N'0' + CAST(Stand AS nvarchar(6)), 2) = SUBSTRING(@BarCode, 11, 2)
         AND CAST(Shelf AS nvarchar(6)) = SUBSTRING(@BarCode, 13, 1)
         AND CAST(Location AS nvarchar(6)) = SUBSTRING(@BarCode, 14, 1);

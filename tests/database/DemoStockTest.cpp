@@ -1,6 +1,6 @@
 // The demo stock: enough of every case that a storekeeper meets, and nothing that could not be.
 
-#include "database/ShiftDesk.h"
+#include "database/DocumentDesk.h"
 
 #include <gtest/gtest.h>
 
@@ -114,6 +114,41 @@ TEST_F(DemoStock, PicturesAreDistinctBitmaps) {
         EXPECT_GT(text.size(), 4000U);
         EXPECT_LT(text.size(), 8000U);
     }
+}
+
+TEST_F(DemoStock, OrdersShowEveryState) {
+    for (int status = 0; status <= 4; ++status)
+        EXPECT_GE(count("Kolv_vv_mag_PurchaseOrder_Line WHERE Status = " + std::to_string(status)), 3)
+            << status;
+    EXPECT_EQ(count("POR1 AS L WHERE NOT EXISTS (SELECT 1 FROM OITM AS I WHERE I.ItemCode = L.ItemCode)"), 0);
+    EXPECT_GE(count("ORDR AS D INNER JOIN RDR1 AS L ON L.DocEntry = D.DocEntry WHERE D.DocStatus = N'O' AND "
+                    "L.LineStatus = N'O'"),
+              4);
+    EXPECT_EQ(
+        count("RDR1 AS L WHERE NOT EXISTS (SELECT 1 FROM kolv_mag_Order_Material AS M WHERE M.DocEntry = "
+              "L.DocEntry AND M.LineNum = L.LineNum)"),
+        0);
+    EXPECT_EQ(
+        count("kolv_mag_Order_Material AS M INNER JOIN ORDR AS D ON D.DocEntry = M.DocEntry WHERE "
+              "D.DocStatus = N'O' AND NOT EXISTS (SELECT 1 FROM Kolv_Mag_BarCode_Sur AS B WHERE B.ItemCode "
+              "= M.ItemCode AND B.Active = N'Y')"),
+        0)
+        << "what an open order needs is there";
+}
+
+TEST_F(DemoStock, WhatWasGivenOutHasItsDocumentAndEveryCodeItsLine) {
+    expectBalance(connection_);
+    EXPECT_EQ(
+        count(
+            "Kolv_Mag_BarCode_Sur AS B WHERE B.Active = N'N' AND NOT EXISTS (SELECT 1 FROM "
+            "Kolv_vv_mag_GiveOut_Last AS G WHERE G.GiveOutBarCode = B.BarCode AND G.Quantity = B.Quantity)"),
+        0);
+    EXPECT_EQ(connection_.run("SELECT MAX(GiveOutDocNum) - COUNT(*) FROM Kolv_Mag_GiveOut").whole(0), 0);
+    EXPECT_EQ(
+        count("Kolv_Mag_BarCode_Sur AS B WHERE NOT EXISTS (SELECT 1 FROM Kolv_Mag_BarCode_Sur_Code AS C "
+              "INNER JOIN POR1 AS L ON L.DocEntry = C.DocEntry AND L.LineNum = C.LineNum AND L.ItemCode = "
+              "C.ItemCode WHERE C.BarCode = B.BarCode)"),
+        0);
 }
 
 TEST_F(DemoStock, RecomputingTheFillChangesNothing) {
