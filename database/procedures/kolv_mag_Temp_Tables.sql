@@ -78,7 +78,7 @@ BEGIN
                 Aplication      nvarchar(10)  COLLATE DATABASE_DEFAULT NULL,
                 DocEntry        int           NOT NULL,
                 UserSignGiveOut smallint      NULL,
-                UNIQUE (SPID, HostName, UserSign, Aplication, DocEntry)
+                UNIQUE CLUSTERED (SPID, HostName, UserSign, Aplication, DocEntry)
             );
     END TRY
     BEGIN CATCH
@@ -95,7 +95,7 @@ BEGIN
                 Aplication      nvarchar(10)  COLLATE DATABASE_DEFAULT NULL,
                 ItemCode        nvarchar(20)  COLLATE DATABASE_DEFAULT NOT NULL,
                 UserSignGiveOut smallint      NULL,
-                UNIQUE (SPID, HostName, UserSign, Aplication, ItemCode)
+                UNIQUE CLUSTERED (SPID, HostName, UserSign, Aplication, ItemCode)
             );
     END TRY
     BEGIN CATCH

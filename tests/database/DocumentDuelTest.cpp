@@ -125,7 +125,7 @@ protected:
     }
 
     /// Until the next kill: at no particular point of anybody's work.
-    std::chrono::milliseconds pause() { return std::chrono::milliseconds(60 + random_() % 300); }
+    std::chrono::milliseconds pause() { return std::chrono::milliseconds(30 + random_() % 150); }
 
     /// Numbers from 1 without a gap, three lines each, the history of each line, and stock as its history
     /// says.
@@ -148,6 +148,11 @@ protected:
                   0);
         EXPECT_EQ(count("Kolv_Mag_BarCode_Sur_History WHERE Operation = N'R'"),
                   count("Kolv_Mag_BarCode_Sur_Production WHERE QuantityBack IS NOT NULL"));
+        // A clerk receives its packages a and b in one booking, each with its code.
+        EXPECT_EQ(count("Kolv_Mag_BarCode_Sur WHERE BarCode LIKE N'C%a'"),
+                  count("Kolv_Mag_BarCode_Sur WHERE BarCode LIKE N'C%b'"));
+        EXPECT_EQ(count("Kolv_Mag_BarCode_Sur WHERE BarCode NOT LIKE N'%-%'"),
+                  count("Kolv_Mag_BarCode_Sur_Code"));
         expectBalance(connection);
         expectFills(connection);
     }

@@ -266,6 +266,27 @@ TEST_F(GoodsIn, AMaterialWithoutSizesIsReceivedAllTheSame) {
     EXPECT_EQ(desk.putAway("P1", labelOf(1, 1, 1, 1)).value, 0);
 }
 
+TEST_F(GoodsIn, ValuesThatNobodyHasSetAreRefusedOrMeanStaging) {
+    const auto stage = [this](const std::string& arguments) {
+        return call(desk.connection(), "Kolv_mag_BarCode_Add_Temp", arguments);
+    };
+    for (const char* arguments : {"NULL, NULL, NULL, NULL, NULL, NULL, 1, NULL, NULL, NULL, N'P', N'I'",
+                                  "10, 1010, NULL, N'P1', 0, 1, 1, -1, N'N', N'A-1', N'P', N'I'",
+                                  "10, NULL, 0, N'P1', 0, 1, 1, -1, N'N', N'A-1', N'P', N'I'",
+                                  "10, 1010, 0, NULL, 0, 1, 1, -1, N'N', N'A-1', N'P', N'I'",
+                                  "10, 1010, 0, N'P1', 0, NULL, 1, -1, N'N', N'A-1', N'P', N'I'",
+                                  "10, 1010, 0, N'P1', 0, 1, 1, -1, NULL, NULL, N'P', N'I'",
+                                  "10, 1010, 0, N'P1', 0, 1, 1, -1, N'N', N'A-1', N'P', NULL"}) {
+        const Answer answer = stage(arguments);
+        EXPECT_EQ(answer.value, 1) << arguments;
+        EXPECT_NE(answer.message, "<NULL>") << arguments;
+    }
+    EXPECT_EQ(staged(), 0);
+    EXPECT_EQ(stage("10, 1010, 0, N'P1', NULL, 1, 1, -1, NULL, N'A-1', N'P', N'I'").value, 0);
+    EXPECT_EQ(desk.book().value, 0);
+    EXPECT_EQ(hall.one("SELECT NumberCode FROM Kolv_Mag_BarCode_Sur"), "1");
+}
+
 TEST_F(GoodsIn, RowsOfLastYearAreNotBooked) {
     ASSERT_EQ(desk.stage({}).value, 0);
     hall.connection.run("UPDATE Kolv_Mag_BarCode_Input_Sur_tym SET YearCode = YearCode - 1");
