@@ -43,7 +43,10 @@ const QHash<qint32, QString>& descriptions() {
         {RunTime::InvalidPropertyValue, QStringLiteral("Invalid property value")},
         {RunTime::CannotCreateObject, QStringLiteral("ActiveX component can't create object")},
         {RunTime::NoSuchMember, QStringLiteral("Object doesn't support this property or method")},
+        {RunTime::AutomationError, QStringLiteral("Automation error")},
         {RunTime::NamedArgument, QStringLiteral("Named argument not found")},
+        {RunTime::RemoteServerGone,
+         QStringLiteral("The remote server machine does not exist or is unavailable")},
         {RunTime::InvalidPicture, QStringLiteral("Invalid picture")},
         {RunTime::ItemNotInCollection,
          QStringLiteral(

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <QByteArray>
+#include <QJsonArray>
+#include <QLatin1String>
+#include <QProcess>
+#include <QString>
+#include <QStringList>
+#include <QTemporaryDir>
+
+namespace regalon {
+
+/// The word processor that prints labels: LibreOffice, hidden, in a process of its own with a profile of its
+/// own (regalon-label). It is started by the constructor and ends with the object, whatever it is doing then;
+/// it also ends with this program. Nothing of it is loaded while no object of this class exists.
+///
+/// Every call waits for its answer. Raises 429 where it cannot be started, 440 for what it reports, and 462
+/// when it has crashed, was killed, or has not answered within the time limit and therefore is killed.
+class WordApplication {
+public:
+    struct Setup {
+        QString Program{};       ///< of the process; empty: regalon-label beside this program
+        QString OfficeFolder{};  ///< LibreOffice's program folder; empty: where its packages put it
+        int TimeLimit = 60;      ///< seconds for the start and for each call
+    };
+    /// For every object made from now on.
+    static void setSetup(const Setup& setup);
+
+    WordApplication();
+    ~WordApplication();
+    WordApplication(const WordApplication&) = delete;
+    WordApplication& operator=(const WordApplication&) = delete;
+
+    /// Opens a document of the system's `folder` whose macros may run: raises 70 for one that lies, links
+    /// followed, anywhere else.
+    void Open(const QString& path, const QString& folder);
+    /// Runs a macro of the open document with texts of one line each.
+    void Run(const QString& macro, const QStringList& arguments);
+    /// Where it prints; at first the user's default printer. Empty without one. Setting it changes nothing
+    /// for other programs.
+    QString ActivePrinter();
+    void setActivePrinter(const QString& printer);
+    void PrintOut();
+    void Close();
+    void Quit();
+
+    /// Of its process; 0 when that has ended.
+    qint64 processId() const { return m_process.processId(); }
+
+private:
+    void start();
+    QString call(QLatin1String command, const QStringList& arguments = {});
+    QString answer();
+    QByteArray readLine();
+    void kill();
+
+    Setup m_setup;
+    QTemporaryDir m_workspace;
+    QProcess m_process;
+};
+
+}  // namespace regalon
