@@ -37,12 +37,16 @@ public:
     void askForSize(const QString& window, QSize size) const;
     /// The number of the window that keys go to, once window manager and display agree on it; else empty.
     QString keyboardOwner() const;
-    /// Raises a window and waits until keys go to it.
+    /// Asks the window manager to raise a window and to send keys to it.
+    void askFor(const QString& window) const;
+    /// The same, until they go there.
     bool activate(const QString& window) const;
+
+    // Events of mouse and keyboard. Each waits until every program that this one started rests again, as a
+    // person looks at what his hand has done.
 
     void moveTo(QPoint at) const;
     void click(QPoint at) const;
-    void doubleClick(QPoint at) const;
     void drag(QPoint from, QPoint to) const;
     /// A key with its modifiers, "alt+a", "Return".
     void key(const QString& keys, int times = 1) const;
@@ -59,6 +63,7 @@ public:
 
 private:
     QByteArray run(const QString& program, const QStringList& arguments) const;
+    void act(const QStringList& event) const;
 
     QSize m_size;
     QProcess m_server;
@@ -67,7 +72,7 @@ private:
     QString m_why;
 };
 
-/// Looks at the condition again and again until it holds; false if it does not within half a minute, which a
+/// Looks at the condition again and again until it holds; false if it does not within a minute, which a
 /// loaded machine may take.
 bool eventually(const std::function<bool()>& condition);
 
