@@ -1,5 +1,6 @@
 // The controls for labels of packages, which end before anything is printed.
 
+#include "common/PrintRaport.h"
 #include "platform/RunTimeError.h"
 #include "views/BarCodeLabels.h"
 #include "views/BarCodeWindow.h"
@@ -95,6 +96,20 @@ TEST_F(FrmMagWatchBarCodeLocLabels, TheTickedRowsGiveTheirValues) {
     EXPECT_EQ(labels.codeParts, QStringList({QStringLiteral("00"), QStringLiteral("00")}));
 }
 
+TEST_F(FrmMagWatchBarCodeLocLabels, AnEmptyFirstElementIsTakenByTheNextValue) {
+    // The lists grow by themselves: after a row without a barcode they are no longer side by side.
+    rowIs(
+        QStringLiteral("N'' as A, N'' as B, 501 as C, 1 as D, 11 as E, N'' as F union all select N'1003', "
+                       "N'', 502, 2, 13, N''"));
+    openContent();
+    test::clickCheckBox(list(), 0);
+    test::clickCheckBox(list(), 1);
+    const BarCodeLabels labels = BarCodeLabels::ofTickedRows(*list());
+    EXPECT_EQ(labels.barCodes, QStringList(QStringLiteral("1003")));
+    EXPECT_EQ(labels.codeParts, QStringList(QStringLiteral("00")));
+    EXPECT_EQ(labels.numberCodes, QStringList({QStringLiteral("11"), QStringLiteral("13")}));
+}
+
 TEST_F(FrmMagWatchBarCodeLocLabels, TextInANumberColumnOfATickedRowIsReported) {
     const QStringList rows = {QStringLiteral("N'1' as A, N'' as B, N'x' as C, 1 as D, 1 as E, N'' as F"),
                               QStringLiteral("N'1' as A, N'' as B, 1 as C, N'x' as D, 1 as E, N'' as F"),
@@ -168,6 +183,39 @@ TEST_F(FrmMagWatchBarCodeLocLabels, TemplatesAndReportsGiveNoReaction) {
     ASSERT_EQ(messages.count(), 1);
     EXPECT_EQ(messages.last().Title,
               QStringLiteral("frmMagSurImputBarCode - tvblRodzajeEtykiet_ButtonClick"));
+}
+
+TEST_F(FrmMagWatchBarCodeLocLabels, TheActiveTemplateIsAskedForByTheServiceOfBarcodes) {
+    const QWidget* form = nullptr;
+    QString statement;
+    window->setPrintRaportParam([&](const QWidget* Form, const QString& Sql) {
+        form = Form;
+        statement = Sql;
+    });
+    warehouse.context.UserSign = 2;
+    window->SetPrintRaport();
+    EXPECT_EQ(messages.count(), 0);
+    EXPECT_EQ(form, window.get());
+    EXPECT_EQ(statement,
+              QStringLiteral("select A.RaportCode,A.RaportName,A.RaportFile,A.RaporFileWath from "
+                             "Kolv_ListPrint A(nolock) inner join Kolv_PrintActiveUser B(nolock)  On "
+                             "A.RaportCOde = B.RaportCode AND A.GroupForm = B.GroupForm where "
+                             "B.UserSign = 2 AND A.GroupForm = 4"));
+}
+
+TEST_F(FrmMagWatchBarCodeLocLabels, TheWindowHasAPlaceForTheActiveTemplate) {
+    PrintRaport{QStringLiteral("3"), QStringLiteral("Mała"), QStringLiteral("Mala_02.odt")}.showOn(
+        window.get());
+    EXPECT_EQ(text("lblRaportName"), QStringLiteral("Szablon wydruku: Mała"));
+    EXPECT_EQ(box("txtRaportCode")->text(), QStringLiteral("3"));
+    EXPECT_EQ(box("txtRaportFile")->text(), QStringLiteral("Mala_02.odt"));
+}
+
+TEST_F(FrmMagWatchBarCodeLocLabels, WithoutTheServiceTheActiveTemplateIsAFailure) {
+    window->SetPrintRaport();
+    ASSERT_EQ(messages.count(), 1);
+    EXPECT_EQ(messages.last().Title, QStringLiteral("frmMagSurInputBarCode - SetPrintRaport"));
+    EXPECT_EQ(messages.last().Text, test::windowMessage(RunTime::ObjectNotSet));
 }
 
 }  // namespace

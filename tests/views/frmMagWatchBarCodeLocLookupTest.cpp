@@ -37,7 +37,7 @@ public:
               while (!received()) {
                   if (given_up.stop_requested())
                       return;
-                  std::this_thread::sleep_for(std::chrono::milliseconds(1));
+                  std::this_thread::sleep_for(std::chrono::milliseconds(1));  // wait: leaves the core to it
               }
               ::kill(static_cast<pid_t>(server.processId()), SIGKILL);
           }) {}

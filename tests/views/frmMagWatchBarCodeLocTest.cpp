@@ -1,5 +1,6 @@
 // The barcode window: its four states, and the content of a location.
 
+#include "platform/DataCombo.h"
 #include "views/BarCodeWindow.h"
 
 #include <QTimer>
@@ -166,6 +167,37 @@ TEST_F(FrmMagWatchBarCodeLoc, AnotherLocationClearsTheFilterAgainAndReadsItsList
                            kList + QStringLiteral("1,2,1,1,N'Y',1")}));
 }
 
+TEST_F(FrmMagWatchBarCodeLoc, TheFilterListsTheLocationInTheBoxesUnderTheFiguresOfTheOneBefore) {
+    open();
+    openContent();
+    clickLocation(QStringLiteral("2_1_1_2"));
+    warehouse.server.clearTrace();
+    test::clickAt(active(), QPoint(8, active()->height() / 2));
+    EXPECT_EQ(warehouse.batches(), QStringList(kList + QStringLiteral("2,1,1,2,N'N',1")));
+    EXPECT_EQ(codes(), QStringList(QStringLiteral("2001")));
+    EXPECT_EQ(text("lblRankData"), QStringLiteral("A"));
+    EXPECT_EQ(text("lblQuantityData"), QStringLiteral("42,5"));
+    expectContent();
+}
+
+TEST_F(FrmMagWatchBarCodeLoc, TheFilterReadsNothingForAnAddressThatIsNone) {
+    open();
+    openContent();
+    warehouse.server.clearTrace();
+    for (const char* typed : {"", "x", "0", "-1"}) {
+        box("txtLocation")->setText(QString::fromLatin1(typed));
+        test::clickAt(active(), QPoint(8, active()->height() / 2));
+        EXPECT_EQ(warehouse.batches(), QStringList()) << typed;
+        EXPECT_EQ(codes().size(), 2) << typed;
+    }
+    EXPECT_EQ(messages.count(), 0);
+    box("txtLocation")->setText(QStringLiteral("32768"));
+    test::clickAt(active(), QPoint(8, active()->height() / 2));
+    ASSERT_EQ(messages.count(), 1);
+    EXPECT_EQ(messages.last().Title, QStringLiteral("frmMagWatchBarCodeLoc - chkActiveBarCode_Click"));
+    EXPECT_EQ(messages.last().Text, test::windowMessage(6));
+}
+
 TEST_F(FrmMagWatchBarCodeLoc, AClickOnARowTakesItsCodeAndLeavesItsCheckBox) {
     open();
     openContent();
@@ -233,6 +265,80 @@ TEST_F(FrmMagWatchBarCodeLoc, FiguresWithoutARowReadAsNothing) {
     EXPECT_EQ(text("lblQuantityData"), QStringLiteral("0"));
     EXPECT_EQ(text("lblBarCodeGlobalData"), QStringLiteral("0"));
     EXPECT_EQ(codes().size(), 2);
+}
+
+TEST_F(FrmMagWatchBarCodeLoc, FiguresAndRowsOfNullsReadAsNothing) {
+    open();
+    answer(QStringLiteral("Kolv_mag_Param_Location_BarCode"),
+           QStringLiteral("@Rank smallint, @Stand smallint, @Shelf smallint, @Location smallint"),
+           QStringLiteral(
+               "select cast(null as nvarchar(20)) as ItemCode, cast(null as nvarchar(20)) as ItemName, "
+               "cast(null as float) as Quantity, cast(null as float) as QuantityPer, cast(null as int) as "
+               "CodeActive, cast(null as int) as CodeGlobal, cast(null as smallint) as GroupCode, cast(null "
+               "as nvarchar(20)) as GroupName, cast(null as float) as QuantityPerCalculate, cast(null as "
+               "smallint) as Error"));
+    answer(QStringLiteral("Kolv_mag_Watch_BarCode_Location"),
+           QStringLiteral("@Rank smallint, @Stand smallint, @Shelf smallint, @Location smallint, @Filter "
+                          "nvarchar(1), @Mode smallint"),
+           QStringLiteral("select cast(null as nvarchar(20)) as A, cast(null as int) as B, cast(null as int) "
+                          "as C, cast(null as int) as D, cast(null as int) as E, cast(null as int) as F"));
+    openContent();
+    expectContent();
+    EXPECT_EQ(text("lblItemCodeData"), QStringLiteral("BRAK : "));
+    EXPECT_EQ(text("lblQuantityData"), QStringLiteral("0"));
+    EXPECT_EQ(text("lblQuantityPercentData"), QStringLiteral("0"));
+    EXPECT_EQ(text("lblBarCodeActiveData"), QStringLiteral("0"));
+    EXPECT_EQ(codes(), QStringList(QString()));
+    test::clickCell(list(), list()->model()->index(0, 2));
+    EXPECT_EQ(box("txtBarCodeOnUse")->text(), QString());
+    EXPECT_EQ(messages.count(), 0);
+}
+
+TEST_F(FrmMagWatchBarCodeLoc, WithTheServerGoneEachStepIsToldOnceAndTheWindowStays) {
+    open();
+    openContent();
+    press("tlbPodlad", "key_Close");
+    warehouse.server.kill();
+    clickLocation(QStringLiteral("2_1_1_2"));
+    ASSERT_EQ(messages.count(), 1);
+    EXPECT_EQ(messages.last().Title, QStringLiteral("Error - clsMagWatchBarCodeLoc [GetParamLocalization]"));
+    EXPECT_EQ(text("lblObjectParam"), QStringLiteral("Brak przypisanego surowca"));
+    messages.clear();
+    press("tlbAkceptLocation", "key_AkceptLoc");
+    ASSERT_EQ(messages.count(), 1);
+    EXPECT_EQ(messages.last().Title,
+              QStringLiteral("Error - clsMagWatchBarCodeLoc [GetParamLocalizationProcedure]"));
+    EXPECT_EQ(text("lblRankData"), QStringLiteral("B"));
+    EXPECT_EQ(text("lblItemCodeData"), QStringLiteral("FARBA : Farba: żółta")) << "the old one";
+    EXPECT_EQ(codes().size(), 2) << "the old ones";
+    expectContent();
+}
+
+TEST_F(FrmMagWatchBarCodeLoc, ItsStandsAreReportedUnderTheNameOfAnotherWindow) {
+    open();
+    run(QStringLiteral("update kolv_mag_Stand set StandIcon = N'nigdzie.ico' where Rank = 1 and Stand = 2"));
+    press("tlbCmd", "key_LokkFor");
+    ASSERT_EQ(messages.count(), 1);
+    EXPECT_EQ(messages.last().Title, QStringLiteral("frmMagSurInput - ChangeIconStand"));
+    expectSearch();
+}
+
+TEST_F(FrmMagWatchBarCodeLoc, AClickOnThePlanEndsTheSearchAndLeavesItsGrey) {
+    open();
+    press("tlbCmd", "key_LokkFor");
+    auto* materials = control<DataCombo>("dtcLookForSur");
+    materials->setFocus();
+    test::key(materials, Qt::Key_End);
+    ASSERT_EQ(materials->boundText(), QStringLiteral("FARBA"));
+    press("tlbLookForSur", "key_LookFor");
+    const QString grey = locations();
+    EXPECT_TRUE(grey.contains(QStringLiteral("_G_"))) << qPrintable(grey);
+    clickLocation(QStringLiteral("1_1_1_1"));
+    expectMap();
+    EXPECT_EQ(locations(), grey);
+    clickStand(QStringLiteral("1_2"));
+    expectMap();
+    EXPECT_EQ(locations(), grey);
 }
 
 TEST_F(FrmMagWatchBarCodeLoc, ShowsOnePanelAtATime) {
