@@ -28,9 +28,9 @@ VALUES
     (N'BA-MB-020', N'Barwnik masterbatch czerwony RAL 3020', N'kg', 600, 400, 600, 100, 100, N'worek 4x25'),
     (N'SR-M8-030', N'Śruba M8x30 DIN 933 kl. 8.8 ocynk', N'szt', 800, 600, 400, 336, 20000, N'półpaleta'),
     (N'SR-M12-050', N'Śruba M12x50 DIN 931 kl. 8.8', N'szt', 400, 300, 220, 58, 800, N'karton'),
-    (N'NA-M8-000', N'Nakrętka M8 DIN 934 ocynk', N'szt', 800, 600, 340, 304, 60000, N'półpaleta'),
+    (N'NA-M8-000', N'Nakrętka M8 DIN 934 ocynk', N'szt', 800, 600, 340, 152, 30000, N'półpaleta'),
     (N'PO-M8-000', N'Podkładka 8,4 DIN 125 ocynk', N'szt', 400, 300, 140, 36, 18000, N'karton'),
-    (N'WK-DR-445', N'Wkręt do drewna 4,5x40', N'szt', 800, 600, 380, 248, 80000, N'półpaleta'),
+    (N'WK-DR-445', N'Wkręt do drewna 4,5x40', N'szt', 800, 600, 380, 93, 30000, N'półpaleta'),
     (N'NI-ZR-048', N'Nit zrywalny Al/St 4,8x12', N'szt', 400, 300, 180, 19, 10000, N'karton'),
     (N'FA-PR-701', N'Farba proszkowa RAL 7016 mat', N'kg', 800, 600, 800, 320, 300, N'półpaleta 12x25'),
     (N'FA-PR-901', N'Farba proszkowa RAL 9010 połysk', N'kg', 800, 600, 800, 320, 300, N'półpaleta 12x25'),
@@ -48,7 +48,7 @@ VALUES
     (N'KT-5W-640', N'Karton klapowy 5-warstwowy 600x400x400', N'szt', 1200, 800, 800, 192, 240, N'paleta'),
     (N'KT-3W-320', N'Karton klapowy 3-warstwowy 320x220x150', N'szt', 800, 600, 1000, 144, 800, N'półpaleta'),
     (N'TK-FA-120', N'Tektura falista w rolce 1,2 m', N'mb', 1200, 500, 500, 38, 70, N'rolka'),
-    (N'ET-TT-100', N'Etykieta termotransferowa 100x150', N'szt', 600, 400, 640, 96, 48000, N'karton'),
+    (N'ET-TT-100', N'Etykieta termotransferowa 100x150', N'szt', 600, 400, 640, 48, 24000, N'karton'),
     (N'PA-EU-800', N'Przekładka paletowa 800x1200', N'szt', 1200, 800, 700, 168, 300, N'paleta');
 GO
 

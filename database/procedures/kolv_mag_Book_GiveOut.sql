@@ -13,27 +13,29 @@ BEGIN
     SET NOCOUNT ON;
 
     DECLARE @Line smallint;
+    DECLARE @Whole nvarchar(50);
     DECLARE @Shelf int;
     DECLARE @ShelfRank smallint;
     DECLARE @ShelfStand smallint;
     DECLARE @ShelfNumber smallint;
 
-    -- Codes of parts: the first free one behind those that the package has lost before.
+    -- Codes of parts: the first free one behind those that the package has lost before. They are digits again, which a
+    -- scanner reads and the lookup takes, two of them, so that the code keeps its even length.
     SELECT @Line = MIN(Line) FROM #Out WHERE Quantity < Has;
     WHILE @Line IS NOT NULL
     BEGIN
-        UPDATE O
-        SET O.PartCode = (SELECT TOP (1) O.BarCode + N'-' + CAST(N.Number AS nvarchar(5))
-            FROM dbo.kolv_mag_Number AS N
-            WHERE NOT EXISTS (SELECT 1 FROM dbo.Kolv_Mag_BarCode_Sur AS B
-                    WHERE B.BarCode = O.BarCode + N'-' + CAST(N.Number AS nvarchar(5)))
-                AND NOT EXISTS (SELECT 1 FROM dbo.Kolv_Mag_BarCode_Sur_Code AS C
-                    WHERE C.BarCode = O.BarCode + N'-' + CAST(N.Number AS nvarchar(5)))
-                AND NOT EXISTS (SELECT 1 FROM #Out AS P
-                    WHERE P.PartCode = O.BarCode + N'-' + CAST(N.Number AS nvarchar(5)))
-            ORDER BY N.Number)
-        FROM #Out AS O
-        WHERE O.Line = @Line;
+        SELECT @Whole = BarCode FROM #Out WHERE Line = @Line;
+        UPDATE #Out
+        SET PartCode = (SELECT TOP (1) X.Code
+            FROM (
+                SELECT Number, @Whole + CASE WHEN Number < 10 THEN N'0' ELSE N'' END + CAST(Number AS nvarchar(5)) AS Code
+                FROM dbo.kolv_mag_Number
+            ) AS X
+            WHERE NOT EXISTS (SELECT 1 FROM dbo.Kolv_Mag_BarCode_Sur AS B WHERE B.BarCode = X.Code)
+                AND NOT EXISTS (SELECT 1 FROM dbo.Kolv_Mag_BarCode_Sur_Code AS C WHERE C.BarCode = X.Code)
+                AND NOT EXISTS (SELECT 1 FROM #Out AS P WHERE P.PartCode = X.Code)
+            ORDER BY X.Number)
+        WHERE Line = @Line;
         SELECT @Line = MIN(Line) FROM #Out WHERE Quantity < Has AND Line > @Line;
     END
 

@@ -126,19 +126,19 @@ TEST_F(Return, APackageComesBackOnceFromEachGiveOut) {
 TEST_F(Return, APartComesBackUnderItsOwnCode) {
     hall.receive(desk, "P2", 10, Label);
     giveOut("P2", 6);
-    expectNotConfirmed({.document = 2, .barCode = "P2"}, "wydano opakowanie „P2-1”, a nie „P2”", 0);
+    expectNotConfirmed({.document = 2, .barCode = "P2"}, "wydano opakowanie „P201”, a nie „P2”", 0);
     expectRefused({.barCode = "P2", .quantity = 2}, "jest w magazynie");
-    ASSERT_EQ(desk.confirmBack({.document = 2, .barCode = "P2-1", .quantity = 2}).value, 0);
-    ASSERT_EQ(desk.stageReturn({.barCode = "P2-1", .quantity = 2}).value, 0);
+    ASSERT_EQ(desk.confirmBack({.document = 2, .barCode = "P201", .quantity = 2}).value, 0);
+    ASSERT_EQ(desk.stageReturn({.barCode = "P201", .quantity = 2}).value, 0);
     ASSERT_EQ(desk.book("R").value, 0);
-    ASSERT_EQ(desk.putAway("P2-1", Label, 10, 0, "R").value, 0);
+    ASSERT_EQ(desk.putAway("P201", Label, 10, 0, "R").value, 0);
     EXPECT_EQ(hall.one("SELECT SUM(Quantity) FROM Kolv_Mag_BarCode_Sur WHERE BarCode LIKE N'P2%'"),
               "6.000000");
     EXPECT_EQ(hall.one("SELECT SUM(PackWeight) FROM Kolv_Mag_BarCode_Sur WHERE BarCode LIKE N'P2%'"),
               "60.000");
-    giveOut("P2-1", 1);
+    giveOut("P201", 1);
     EXPECT_EQ(hall.one("SELECT GiveOutBarCode FROM Kolv_Mag_BarCode_Sur_Production WHERE GiveOutDocNum = 3"),
-              "P2-1-1");
+              "P20101");
     expectBalance(hall.connection);
 }
 
