@@ -16,12 +16,13 @@ void require(bool condition, const QString& what) {
         throw std::runtime_error(what.toStdString());
 }
 
-GrownWarehouse::GrownWarehouse(int stands) : m_stands(stands), m_local(LocalWarehouse::Content::Empty) {
+GrownWarehouse::GrownWarehouse(int stands, const QString& more)
+    : m_stands(stands), m_local(LocalWarehouse::Content::Empty) {
     QFile script(QStringLiteral(REGALON_BENCH_DIR "/growth.sql.in"));
     require(script.open(QIODevice::ReadOnly), QStringLiteral("growth.sql.in is missing"));
     QString sql = QString::fromUtf8(script.readAll());
     sql.replace(QStringLiteral("@STANDS@"), QString::number(stands));
-    require(m_local.runScript(sql), m_local.why());
+    require(m_local.runScript(sql + more), m_local.why());
     require(m_local.start(), m_local.why());
     enter();
     m_context.ConnMain = std::make_unique<regalon::DbConnection>();

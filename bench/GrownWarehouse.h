@@ -13,7 +13,8 @@ void require(bool condition, const QString& what);
 /// A generated warehouse of ten locations a stand, its server, and a client's context on it.
 class GrownWarehouse {
 public:
-    explicit GrownWarehouse(int stands);
+    /// `more` is a script that runs behind the one that makes the warehouse.
+    explicit GrownWarehouse(int stands, const QString& more = {});
 
     int locations() const { return m_stands * 10; }
     regalon::test::LocalWarehouse& local() { return m_local; }

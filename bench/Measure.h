@@ -25,6 +25,20 @@ private:
 /// Prints "name: median, quartiles, range, count" on standard output.
 void report(const std::string& name, const Samples& samples, const char* unit = "ms");
 
+/// One side of a measure.
+struct Side {
+    std::string name;
+    std::function<void()> act;
+    std::function<void()> prepare = [] {};  ///< comes before each act and is not timed
+};
+
+/// Times both sides in turn, reports both, and prints the last line of the measure: the first over the
+/// second.
+void compareInTurn(const std::string& measure, int rounds, const Side& first, const Side& second);
+
+/// Runs a measure; what it throws is told on standard error. The program's exit code.
+[[nodiscard]] int runMeasure(const std::string& program, const std::function<void()>& measure);
+
 /// Prints the last line of a measure. The ratio is the median of those of single rounds: the load of the
 /// machine changes between rounds, and weighs on both sides of one alike.
 void printRatio(const std::string& name, double ratio);

@@ -1,5 +1,7 @@
 #include "Recording.h"
 
+#include <cstdio>
+
 namespace bench {
 
 using regalon::test::LocalWarehouse;
@@ -25,6 +27,21 @@ std::vector<Statement> recorded(const LocalWarehouse& warehouse) {
         statements.push_back(std::move(statement));
     }
     return statements;
+}
+
+std::vector<Statement> recorded(LocalWarehouse& warehouse, const std::function<void()>& act) {
+    act();
+    warehouse.clearTrace();
+    act();
+    return recorded(warehouse);
+}
+
+void compareWithBareLoop(const std::string& measure, int rounds, const Side& client,
+                         const LocalWarehouse& warehouse, const std::vector<Statement>& statements) {
+    BareOdbc bare(odbcString(warehouse));
+    const long rows = bare.run(statements);
+    std::printf("%zu statements, %ld rows\n", statements.size(), rows);
+    compareInTurn(measure, rounds, client, {"bare ODBC loop", [&] { bare.run(statements); }});
 }
 
 }  // namespace bench

@@ -3,7 +3,6 @@
 // them.
 
 #include "GrownWarehouse.h"
-#include "Measure.h"
 #include "Recording.h"
 #include "map/MapCanvas.h"
 #include "platform/MsgBox.h"
@@ -14,9 +13,7 @@
 #include <QApplication>
 #include <QLineEdit>
 
-#include <cstdio>
-#include <stdexcept>
-#include <string>
+#include <vector>
 
 namespace {
 
@@ -44,11 +41,9 @@ public:
     void show() { press("key_LokForBarCode"); }
 
     std::vector<bench::Statement> record() {
-        show();  // the first use of a procedure also asks for its parameters, once a connection
-        local().clearTrace();
-        show();
+        const std::vector<bench::Statement> statements = bench::recorded(local(), [this] { show(); });
         require(coloured() == 1, QStringLiteral("%1 locations stand out").arg(coloured()));
-        return bench::recorded(local());
+        return statements;
     }
 
 private:
@@ -73,36 +68,13 @@ private:
 
 void lookup() {
     Lookup window;
-    const std::vector<bench::Statement> statements = window.record();
-    bench::BareOdbc bare(bench::odbcString(window.local()));
-    bare.run(statements);
-    bench::Samples client;
-    bench::Samples loop;
-    bench::Samples ratios;
-    long rows = 0;
-    for (int i = 0; i < rounds; ++i) {
-        const double ours = bench::timed([&] { window.show(); });
-        const double theirs = bench::timed([&] { rows = bare.run(statements); });
-        client.add(ours);
-        loop.add(theirs);
-        ratios.add(ours / theirs);
-    }
-    std::printf("%zu statements, %ld rows\n", statements.size(), rows);
-    bench::report("LookForBarCodeLocation", client);
-    bench::report("bare ODBC loop", loop);
-    bench::report("ratio of each round", ratios, "");
-    bench::printRatio("lookup", ratios.median());
+    bench::compareWithBareLoop("lookup", rounds, {"LookForBarCodeLocation", [&] { window.show(); }},
+                               window.local(), window.record());
 }
 
 }  // namespace
 
 int main(int argc, char* argv[]) {
     QApplication application(argc, argv);
-    try {
-        lookup();
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "bench-lookup: %s\n", error.what());
-        return 1;
-    }
-    return 0;
+    return bench::runMeasure("bench-lookup", lookup);
 }

@@ -14,7 +14,6 @@
 
 #include <cstdio>
 #include <memory>
-#include <stdexcept>
 #include <string>
 
 namespace {
@@ -43,10 +42,7 @@ public:
 
     /// The statements of one rebuild as the server received them.
     std::vector<bench::Statement> record() {
-        rebuild();  // the first use of a procedure also asks for its parameters, once a connection
-        local().clearTrace();
-        rebuild();
-        return bench::recorded(local());
+        return bench::recorded(local(), [this] { rebuild(); });
     }
 
     /// One refresh of the fills, one read of the stands, one of the shelves of each stand, one save of the
@@ -64,48 +60,22 @@ private:
 void rebuild() {
     Warehouse warehouse(50);
     const std::vector<bench::Statement> statements = warehouse.record();
-    bench::BareOdbc bare(bench::odbcString(warehouse.local()));
-    bare.run(statements);
-    bench::Samples client;
-    bench::Samples loop;
-    bench::Samples ratios;
-    long rows = 0;
-    for (int i = 0; i < rounds; ++i) {
-        const double ours = bench::timed([&] { warehouse.rebuild(); });
-        const double theirs = bench::timed([&] { rows = bare.run(statements); });
-        client.add(ours);
-        loop.add(theirs);
-        ratios.add(ours / theirs);
-    }
-    std::printf("%d locations, %zu statements, %ld rows\n", warehouse.locations(), statements.size(), rows);
-    bench::report("RebulidMag", client);
-    bench::report("bare ODBC loop", loop);
-    bench::report("ratio of each round", ratios, "");
-    bench::printRatio("rebuild", ratios.median());
+    bench::compareWithBareLoop("rebuild", rounds, {"RebulidMag", [&] { warehouse.rebuild(); }},
+                               warehouse.local(), statements);
 }
 
 void growth() {
     const regalon::MsgBoxRecorder messages;  // the large warehouse is over the limit of the names and says so
     Warehouse small(50);
     Warehouse large(500);
-    bench::Samples smallTimes;
-    bench::Samples largeTimes;
-    bench::Samples ratios;
-    for (int i = 0; i < rounds; ++i) {
-        small.enter();
-        const double one = bench::timed([&] { small.rebuild(); });
-        large.enter();
-        const double ten = bench::timed([&] { large.rebuild(); });
-        smallTimes.add(one);
-        largeTimes.add(ten);
-        ratios.add(ten / one);
-    }
     std::printf("messages of the name limit: %d, the last: %s\n", messages.count(),
                 messages.last().Text.toUtf8().constData());
-    bench::report(std::to_string(small.locations()) + " locations", smallTimes);
-    bench::report(std::to_string(large.locations()) + " locations", largeTimes);
-    bench::report("ratio of each round", ratios, "");
-    bench::printRatio("rebuild-growth", ratios.median());
+    const auto side = [](Warehouse& warehouse) {
+        return bench::Side{.name = std::to_string(warehouse.locations()) + " locations",
+                           .act = [&] { warehouse.rebuild(); },
+                           .prepare = [&] { warehouse.enter(); }};
+    };
+    bench::compareInTurn("rebuild-growth", rounds, side(large), side(small));
 }
 
 void trips() {
@@ -126,20 +96,12 @@ void trips() {
 int main(int argc, char* argv[]) {
     const std::string name = argc > 1 ? argv[1] : "";
     QApplication application(argc, argv);
-    try {
-        if (name == "rebuild")
-            rebuild();
-        else if (name == "rebuild-growth")
-            growth();
-        else if (name == "rebuild-trips")
-            trips();
-        else {
-            std::fprintf(stderr, "usage: bench-rebuild rebuild | rebuild-growth | rebuild-trips\n");
-            return 2;
-        }
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "bench-rebuild: %s\n", error.what());
-        return 1;
-    }
-    return 0;
+    if (name == "rebuild")
+        return bench::runMeasure("bench-rebuild", rebuild);
+    if (name == "rebuild-growth")
+        return bench::runMeasure("bench-rebuild", growth);
+    if (name == "rebuild-trips")
+        return bench::runMeasure("bench-rebuild", trips);
+    std::fprintf(stderr, "usage: bench-rebuild rebuild | rebuild-growth | rebuild-trips\n");
+    return 2;
 }

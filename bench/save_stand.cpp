@@ -3,7 +3,6 @@
 // the server does the same for both.
 
 #include "GrownWarehouse.h"
-#include "Measure.h"
 #include "Recording.h"
 #include "map/MapCanvas.h"
 #include "map/frmMagCreate.h"
@@ -13,9 +12,7 @@
 #include <QAction>
 #include <QApplication>
 
-#include <cstdio>
-#include <stdexcept>
-#include <string>
+#include <vector>
 
 namespace {
 
@@ -41,13 +38,6 @@ public:
         bench::require(messages_.count() == 0, messages_.last().Text);
     }
 
-    std::vector<bench::Statement> record() {
-        save();  // the first use of a procedure also asks for its parameters, once a connection
-        local().clearTrace();
-        save();
-        return bench::recorded(local());
-    }
-
 private:
     regalon::MapCanvas& canvas() { return *window_.findChild<regalon::MapCanvas*>(); }
     void choose(const char* combo, const QString& key) {
@@ -61,36 +51,15 @@ private:
 
 void saveStand() {
     Editor editor;
-    const std::vector<bench::Statement> statements = editor.record();
-    bench::BareOdbc bare(bench::odbcString(editor.local()));
-    bare.run(statements);
-    bench::Samples client;
-    bench::Samples loop;
-    bench::Samples ratios;
-    long rows = 0;
-    for (int i = 0; i < rounds; ++i) {
-        const double ours = bench::timed([&] { editor.save(); });
-        const double theirs = bench::timed([&] { rows = bare.run(statements); });
-        client.add(ours);
-        loop.add(theirs);
-        ratios.add(ours / theirs);
-    }
-    std::printf("%d locations, %zu statements, %ld rows\n", editor.drawn(), statements.size(), rows);
-    bench::report("a save with its new plan", client);
-    bench::report("bare ODBC loop", loop);
-    bench::report("ratio of each round", ratios, "");
-    bench::printRatio("save-stand", ratios.median());
+    const auto save = [&] { editor.save(); };
+    const std::vector<bench::Statement> statements = bench::recorded(editor.local(), save);
+    bench::compareWithBareLoop("save-stand", rounds, {"a save with its new plan", save}, editor.local(),
+                               statements);
 }
 
 }  // namespace
 
 int main(int argc, char* argv[]) {
     QApplication application(argc, argv);
-    try {
-        saveStand();
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "bench-save-stand: %s\n", error.what());
-        return 1;
-    }
-    return 0;
+    return bench::runMeasure("bench-save-stand", saveStand);
 }

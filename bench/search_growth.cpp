@@ -1,28 +1,24 @@
 // search-growth: the grey pass of the search for a material over a plan of 5,000 locations over one of 500.
 // The fills take every grey icon there is, and one location in thirty holds the material.
 
+#include "GrownWarehouse.h"
 #include "Measure.h"
-#include "common/AppContext.h"
-#include "common/DbConnection.h"
 #include "map/MapBuilder.h"
 #include "map/MapCanvas.h"
 #include "map/MapSearch.h"
 #include "map/clsMagWatch.h"
 #include "platform/MsgBox.h"
-#include "support/LocalWarehouse.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QFile>
 
 #include <cstdio>
-#include <memory>
-#include <stdexcept>
 #include <string>
 
 namespace {
 
-using regalon::test::LocalWarehouse;
+using bench::require;
 
 constexpr int rounds = 31;
 constexpr int namesOfACall = 200;
@@ -31,49 +27,34 @@ constexpr int iconsOfARow = 40;  // pictures of stands that the artwork has for 
 const QString material = QStringLiteral("M-3");
 const QString window = QStringLiteral("frmMagWatch");
 
-void require(bool condition, const QString& what) {
-    if (!condition)
-        throw std::runtime_error(what.toStdString());
-}
+/// Fills and materials that differ from location to location, so that few stand out.
+const QString differences = QStringLiteral(
+    "UPDATE dbo.kolv_mag_Location SET LocationPercent = (Stand * 37 + Shelf * 13 + Location * 29) % 101;\n"
+    "UPDATE dbo.kolv_mag_Location_Item SET ItemCode = N'M-' + CAST(Stand % 10 AS nvarchar(2));\nGO\n");
 
 /// A generated warehouse of ten locations a stand, its server, and a plan of it.
 class Warehouse {
 public:
-    explicit Warehouse(int stands) : local_(LocalWarehouse::Content::Empty), canvas_(15210, 9720) {
-        QFile script(QStringLiteral(REGALON_BENCH_DIR "/growth.sql.in"));
-        require(script.open(QIODevice::ReadOnly), QStringLiteral("growth.sql.in is missing"));
-        QString sql = QString::fromUtf8(script.readAll());
-        sql.replace(QStringLiteral("@STANDS@"), QString::number(stands));
-        sql += QStringLiteral(
-            "UPDATE dbo.kolv_mag_Location SET LocationPercent = (Stand * 37 + Shelf * 13 + Location * 29) % "
-            "101;\n"
-            "UPDATE dbo.kolv_mag_Location_Item SET ItemCode = N'M-' + CAST(Stand % 10 AS "
-            "nvarchar(2));\nGO\n");
-        require(local_.runScript(sql), local_.why());
-        require(local_.start(), local_.why());
+    explicit Warehouse(int stands)
+        : grown_(stands, differences),
+          canvas_(15210, 9720),
+          data_(grown_.context()),
+          map_(grown_.context(), canvas_, data_, regalon::MapReportNames::of(window)),
+          search_(map_, canvas_, data_, regalon::SearchReportNames::of(window)) {
         addIcons(stands);
-        enter();
-        context_.ConnMain = std::make_unique<regalon::DbConnection>();
-        context_.ConnMain->Open(local_.connectionString());
-        context_.ErrorService = std::make_unique<regalon::clsError>();
-        data_ = std::make_unique<regalon::clsMagWatch>(context_);
-        map_ = std::make_unique<regalon::MapBuilder>(context_, canvas_, *data_,
-                                                     regalon::MapReportNames::of(window));
-        map_->setIconFolder(QStringLiteral("C:\\Regalon\\Pomiar"));
-        search_ = std::make_unique<regalon::MapSearch>(*map_, canvas_, *data_,
-                                                       regalon::SearchReportNames::of(window));
-        map_->RefreschWatchStore();
-        require(locations() == stands * 10, QStringLiteral("the plan holds %1 locations").arg(locations()));
+        map_.setIconFolder(QStringLiteral("C:\\Regalon\\Pomiar"));
+        map_.RefreschWatchStore();
+        require(locations() == grown_.locations(),
+                QStringLiteral("the plan holds %1 locations").arg(locations()));
         saveNames();
     }
 
     int locations() { return canvas_.imglocation().Count() - 1; }
-    LocalWarehouse& local() { return local_; }
+    regalon::test::LocalWarehouse& local() { return grown_.local(); }
 
-    /// Makes this warehouse's drive C the client's.
-    void enter() { qputenv("REGALON_DRIVE_C", local_.driveC().toLocal8Bit()); }
-    void showPlain() { map_->ChangeIconLocation(canvas_.imglocation()); }
-    void pass() { search_->ChangeIconOnLocation(material, 0); }
+    void enter() { grown_.enter(); }
+    void showPlain() { map_.ChangeIconLocation(canvas_.imglocation()); }
+    void pass() { search_.ChangeIconOnLocation(material, 0); }
 
     int grey(regalon::ControlArray<regalon::PictureItem>& array, const QString& mark) {
         int count = 0;
@@ -87,8 +68,8 @@ public:
 private:
     /// An icon folder with a grey picture for every stand.
     void addIcons(int stands) {
-        const QDir all(local_.driveC() + QStringLiteral("/Regalon/Ikony"));
-        const QString own = local_.driveC() + QStringLiteral("/Regalon/Pomiar/");
+        const QDir all(local().driveC() + QStringLiteral("/Regalon/Ikony"));
+        const QString own = local().driveC() + QStringLiteral("/Regalon/Pomiar/");
         require(QDir().mkpath(own), own);
         for (const QString& icon : all.entryList(QDir::Files))
             QFile::link(all.filePath(icon), own + icon);
@@ -109,25 +90,17 @@ private:
             if (names.size() < namesOfACall && index < locations())
                 continue;
             QString message;
-            require(data_->SaveLocalizationIDTab(names.join(u','), {}, {}, message), message);
+            require(data_.SaveLocalizationIDTab(names.join(u','), {}, {}, message), message);
             names.clear();
         }
     }
 
-    LocalWarehouse local_;
-    regalon::AppContext context_;
+    bench::GrownWarehouse grown_;
     regalon::MapCanvas canvas_;
-    std::unique_ptr<regalon::clsMagWatch> data_;
-    std::unique_ptr<regalon::MapBuilder> map_;
-    std::unique_ptr<regalon::MapSearch> search_;
+    regalon::clsMagWatch data_;
+    regalon::MapBuilder map_;
+    regalon::MapSearch search_;
 };
-
-/// One pass, on a plan that was plain before.
-double measured(Warehouse& warehouse) {
-    warehouse.enter();
-    warehouse.showPlain();
-    return bench::timed([&] { warehouse.pass(); });
-}
 
 void describe(Warehouse& warehouse, const regalon::MsgBoxRecorder& messages) {
     const int before = messages.count();
@@ -149,31 +122,21 @@ void growth() {
     Warehouse large(500);
     describe(small, messages);
     describe(large, messages);
-    bench::Samples smallTimes;
-    bench::Samples largeTimes;
-    bench::Samples ratios;
-    for (int i = 0; i < rounds; ++i) {
-        const double one = measured(small);
-        const double ten = measured(large);
-        smallTimes.add(one);
-        largeTimes.add(ten);
-        ratios.add(ten / one);
-    }
-    bench::report(std::to_string(small.locations()) + " locations", smallTimes);
-    bench::report(std::to_string(large.locations()) + " locations", largeTimes);
-    bench::report("ratio of each round", ratios, "");
-    bench::printRatio("search-growth", ratios.median());
+    const auto side = [](Warehouse& warehouse) {
+        return bench::Side{.name = std::to_string(warehouse.locations()) + " locations",
+                           .act = [&] { warehouse.pass(); },
+                           .prepare =
+                               [&] {
+                                   warehouse.enter();
+                                   warehouse.showPlain();
+                               }};
+    };
+    bench::compareInTurn("search-growth", rounds, side(large), side(small));
 }
 
 }  // namespace
 
 int main(int argc, char* argv[]) {
     QApplication application(argc, argv);
-    try {
-        growth();
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "bench-search-growth: %s\n", error.what());
-        return 1;
-    }
-    return 0;
+    return bench::runMeasure("bench-search-growth", growth);
 }

@@ -106,11 +106,5 @@ void measure() {
 
 int main(int argc, char* argv[]) {
     const QCoreApplication application(argc, argv);
-    try {
-        measure();
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "bench-start: %s\n", error.what());
-        return 1;
-    }
-    return 0;
+    return bench::runMeasure("bench-start", measure);
 }

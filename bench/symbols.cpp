@@ -131,18 +131,16 @@ double ean13(Codes& random) {
     return measure("EAN-13 with its check digit", side);
 }
 
+void symbols() {
+    Codes random;
+    const double setC = code128InSetC(random);
+    const double setB = code128InSetB(random);
+    const double ean = ean13(random);
+    bench::printRatio("symbols", std::min({setC, setB, ean}));
+}
+
 }  // namespace
 
 int main() {
-    try {
-        Codes random;
-        const double setC = code128InSetC(random);
-        const double setB = code128InSetB(random);
-        const double ean = ean13(random);
-        bench::printRatio("symbols", std::min({setC, setB, ean}));
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "bench-symbols: %s\n", error.what());
-        return 1;
-    }
-    return 0;
+    return bench::runMeasure("bench-symbols", symbols);
 }
