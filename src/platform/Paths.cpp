@@ -150,6 +150,10 @@ QString driveC() {
            QStringLiteral("/regalon/drive_c");
 }
 
+QString machineTemporaryFolder() {
+    return QDir::tempPath();
+}
+
 QString toFile(const QString& path) {
     if (path.isEmpty())
         return {};

@@ -28,6 +28,10 @@ void setMapping(const Mapping& mapping);
 /// Folder of drive C; it need not exist.
 QString driveC();
 
+/// The machine's temporary folder, as a path of this machine: TMPDIR, else /tmp. Other than what is put into
+/// C:\Windows\Temp, files there outlive the program.
+QString machineTemporaryFolder();
+
 /// The file of this machine that a path means:
 /// - a path beginning with "/" is a path of this machine and passes through; where no file has the very name,
 /// "\" in it

@@ -1,6 +1,7 @@
 #include "platform/Settings.h"
 
 #include "platform/CodePage.h"
+#include "platform/Registry.h"
 
 #include <QDir>
 #include <QFile>
@@ -226,6 +227,15 @@ private:
     bool m_serverPortGiven = false;
 };
 
+/// Where programs look for it. An empty setting is no value there.
+void serveDsnFolder(const QString& folder) {
+    Registry::clear();
+    if (!folder.isEmpty()) {
+        Registry::serve(Registry::localMachine, QStringLiteral("SOFTWARE\\ODBC\\ODBC.INI\\ODBC File DSN"),
+                        QStringLiteral("DefaultDSNDir"), [folder] { return Registry::textValue(folder); });
+    }
+}
+
 }  // namespace
 
 QString Settings::defaultFile() {
@@ -261,6 +271,7 @@ void Settings::apply() const {
     setRegionalFormat(Regional);
     CodePage::set(CodePageName);
     Paths::setMapping(PathMapping);
+    serveDsnFolder(DsnFolder);
 }
 
 }  // namespace regalon

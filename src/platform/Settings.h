@@ -33,7 +33,7 @@ struct Settings {
     /// [Drives] and [Shares]
     Paths::Mapping PathMapping;
     /// [Files] DsnFolder: folder of data source files, as a path of the system or of this machine; empty for
-    /// none.
+    /// none. Served as the value of the registry that it is.
     QString DsnFolder;
 
     /// One text for each bad key or line, naming the key; its default is in use. For showing to the user
@@ -46,7 +46,8 @@ struct Settings {
     static Settings load(const QString& file = defaultFile());
     /// The same for a file's text.
     static Settings fromText(const QString& text);
-    /// Puts regional format, code page and path mapping into use for the whole program.
+    /// Puts regional format, code page, path mapping and the values of the registry into use for the whole
+    /// program.
     void apply() const;
 };
 

@@ -10,6 +10,8 @@
 
 namespace {
 
+constexpr QFileDevice::Permissions everybody{0x7777};
+
 /// Every test program has a home of its own, so that nothing of the person who runs it is read or written.
 std::unique_ptr<QTemporaryDir> prepareHome() {
     auto home = std::make_unique<QTemporaryDir>();
@@ -24,6 +26,11 @@ std::unique_ptr<QTemporaryDir> prepareHome() {
     point("XDG_RUNTIME_DIR", QStringLiteral("run"));
     QFile::setPermissions(folder.filePath(QStringLiteral("run")),
                           QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+    point("TMPDIR", QStringLiteral("tmp"));
+    // As open as the machine's own one, for tests that go on as another user.
+    QFile::setPermissions(home->path(),
+                          QFile::permissions(home->path()) | QFileDevice::ExeGroup | QFileDevice::ExeOther);
+    QFile::setPermissions(folder.filePath(QStringLiteral("tmp")), everybody);
     point("REGALON_DRIVE_C", QStringLiteral("drive_c"));
     folder.mkpath(QStringLiteral("drive_c/Regalon"));
     return home;
