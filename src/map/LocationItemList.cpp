@@ -52,8 +52,12 @@ void fillLocationItems(AppContext& context, DataClass& data, ListView& list, con
     markRows(list);
 }
 
+QString textFromEnd(const ListView& list, const ListItem& row, int columns) {
+    return row.subItem(list.headerCount() - columns);
+}
+
 QString rowKind(const ListView& list, const ListItem& row) {
-    return row.subItem(list.headerCount() - 2);
+    return textFromEnd(list, row, 2);
 }
 
 }  // namespace regalon

@@ -31,6 +31,10 @@ void readLocationItems(AppContext& context, DataClass& data, ListView& list, con
 void fillLocationItems(AppContext& context, DataClass& data, ListView& list, const PhaseText& text,
                        qint16 lpWidth);
 
+/// Text of a row in the column so many from the end: the last columns of a procedure's result are the
+/// client's, what comes before them is the database's choice. Raises 380 for a list with fewer columns.
+[[nodiscard]] QString textFromEnd(const ListView& list, const ListItem& row, int columns);
+
 /// Kind of a row: "A" belongs on the location, "B" is a stranger there. It is the visible column before the
 /// last.
 [[nodiscard]] QString rowKind(const ListView& list, const ListItem& row);

@@ -145,6 +145,29 @@ void MapWatchWindow::openStandDetail(const Clicked& stand, int index) {
     m_standDetail(request);
 }
 
+bool MapWatchWindow::showClickedStand(int index) {
+    const std::optional<Clicked> stand = clickedStand(index);
+    if (!stand)
+        return false;
+    status().showStand(stand->rank, stand->stand);
+    status().clearMaterial();
+    openStandDetail(*stand, index);
+    return true;
+}
+
+void MapWatchWindow::showClickedLocation(int index) {
+    const Clicked clicked = clickedLocation(index);
+    status().showAddress(clicked.rank, clicked.stand, clicked.shelf, clicked.location);
+    status().showLocation(clicked.rank, clicked.stand, clicked.shelf, clicked.location);
+    QString itemCode;
+    QString itemName;
+    qint16 group = 0;
+    if (m_ownData->GetParamLocalization(clicked.address(), itemCode, itemName, group))
+        status().showMaterial(itemCode, itemName);
+    else
+        status().showNoMaterial();
+}
+
 void MapWatchWindow::openSearch() {
     m_frmLookForSur->open();
     m_frmWatchData->hide();

@@ -78,6 +78,12 @@ protected:
     /// Opens the stand detail beside the stand and returns when it has closed.
     void openStandDetail(const Clicked& stand, int index);
 
+    // What the windows of single packages do with a click on the plan.
+    /// Shows the stand and its detail; false for a stand without a Tag.
+    bool showClickedStand(int index);
+    /// Shows the location and its material, and puts it into the address boxes.
+    void showClickedLocation(int index);
+
     /// Opens the panel of the search in place of that of what was clicked.
     void openSearch();
     static void addRefresh(ToolBar* tlbCmd);

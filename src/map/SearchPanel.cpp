@@ -153,8 +153,9 @@ void SearchPanel::lookFor() {
         m_lblSurLookFor->setText(name);
         m_lblSurLookForGroup->clear();
     } else if (m_data->TestExistsSurOnMagGroup(itemCode)) {
-        // The first test looks into the groups as well, so that this is the material of a group only if it
-        // came into one between the two. A material that is in a group alone greys the whole plan above.
+        // In the shift window, whose first test knows no groups, this is the material of a group. In the
+        // others the first test looks into the groups as well: there it came into one between the two, and a
+        // material that is in a group alone greys the whole plan above.
         showPlaces(itemCode, kGroups);
         m_lblSurLookFor->setText(name);
         m_lblSurLookForGroup->setText(QStringLiteral("Syrowiec przpisany grupie"));

@@ -1,12 +1,13 @@
 #include "stock/ProposalRow.h"
 
+#include "map/LocationItemList.h"
 #include "platform/Convert.h"
 #include "platform/ListView.h"
 
 namespace regalon {
 
 QString ProposalRow::fromEnd(int columns) const {
-    return m_row.subItem(m_list.headerCount() - columns);
+    return textFromEnd(m_list, m_row, columns);
 }
 
 LocationAddress ProposalRow::target() const {

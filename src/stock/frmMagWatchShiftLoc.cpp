@@ -55,7 +55,7 @@ void frmMagWatchShiftLoc::resetDesign() {
         list->clearItems();
         list->clearHeaders();
     }
-    showItems();
+    resetItems();
     // Hidden before the plan is read: a message of the reading would show them half made.
     searchPanel().hide();
     m_frmWathLocationShift->hide();
@@ -84,14 +84,7 @@ void frmMagWatchShiftLoc::RebulidMag() {
 
 /// Also while the frame of the shift is open. The address boxes stay: they remember the source.
 void frmMagWatchShiftLoc::imgBookStand_Click(int index) {
-    WindowTrap("frmMagWatchShiftLoc - imgBookStand_Click", [&] {
-        const std::optional<Clicked> stand = clickedStand(index);
-        if (!stand)
-            return;
-        status().showStand(stand->rank, stand->stand);
-        status().clearMaterial();
-        openStandDetail(*stand, index);
-    });
+    WindowTrap("frmMagWatchShiftLoc - imgBookStand_Click", [&] { showClickedStand(index); });
 }
 
 }  // namespace regalon

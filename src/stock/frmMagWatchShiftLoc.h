@@ -66,6 +66,7 @@ private:
     ListItem* markItems();
     void stageItem(const ListItem& item, const LocationAddress& source, bool chosen);
     bool isItemTicked() const;
+    void resetItems();
     void showItems();
     void showBarCodes();
     void returnToItems();

@@ -114,10 +114,9 @@ void frmMagWatchShiftLoc::createItems() {
     m_tlbAkceptItem =
         addButtons(m_frmWathLocationShiftItem, "tlbAkceptItem", kInset, kInset + height, kListWidth);
     m_tlbAkceptItem->addButton(QStringLiteral("key_AkceptItem"), QString(), {}, imgSmall().icon(14));
-    m_tlbAkceptItem->addButton(QStringLiteral("key_Cancel"), QString(), {},
-                               programIcon(QStringLiteral("close.ico")));
+    m_tlbAkceptItem->addButton(QStringLiteral("key_Cancel"), QString());
     connect(m_tlbAkceptItem, &ToolBar::buttonClick, this, &frmMagWatchShiftLoc::tlbAkceptItem_ButtonClick);
-    showItems();
+    resetItems();
 }
 
 void frmMagWatchShiftLoc::createProposals() {

@@ -7,6 +7,7 @@
 #include "map/LocationItemList.h"
 #include "map/StatusPanel.h"
 #include "platform/Convert.h"
+#include "platform/DesignControls.h"
 #include "platform/ListView.h"
 #include "platform/ToolBar.h"
 #include "stock/frmMagWatchShiftLoc.h"
@@ -33,21 +34,18 @@ const QString kReturnToItems = QStringLiteral("Powrót do wyboru surowca");
 constexpr int kImageOfKindA = 41;
 constexpr int kImageOfKindB = 42;
 
-/// The last columns of the two lists, counted from the end: what comes before them is the database's choice.
-QString fromEnd(const ListView& list, const ListItem& row, int columns) {
-    return row.subItem(list.headerCount() - columns);
-}
+// The last columns of the two lists.
 QString itemCodeOf(const ListView& list, const ListItem& row) {
-    return fromEnd(list, row, 1);
+    return textFromEnd(list, row, 1);
 }
 double quantityOf(const ListView& list, const ListItem& row) {
-    return ToDouble(fromEnd(list, row, 3));
+    return ToDouble(textFromEnd(list, row, 3));
 }
 qint16 flagOf(const ListView& list, const ListItem& row) {
-    return ToInt16(fromEnd(list, row, 4));
+    return ToInt16(textFromEnd(list, row, 4));
 }
 QString barCodeOf(const ListView& list, const ListItem& row) {
-    return fromEnd(list, row, 1);
+    return textFromEnd(list, row, 1);
 }
 
 }  // namespace
@@ -158,6 +156,12 @@ void frmMagWatchShiftLoc::showItems() {
     m_lstLocationItem->show();
     m_tlbAkceptItem->button(kCancel)->setText(kCancelItem);
     m_tlbAkceptItem->button(kAccept)->setText(kAcceptItem);
+}
+
+/// The state of both lists and of their buttons as designed.
+void frmMagWatchShiftLoc::resetItems() {
+    showItems();
+    m_tlbAkceptItem->button(kCancel)->setIcon(programIcon(QStringLiteral("close.ico")));
 }
 
 void frmMagWatchShiftLoc::showBarCodes() {

@@ -12,18 +12,9 @@ namespace regalon {
 
 void frmMagWatchShiftLoc::imglocation_Click(int index) {
     WindowTrap("frmMagWatchShiftLoc - imglocation_Click", [&] {
-        const Clicked clicked = clickedLocation(index);
         // Also while the frame of the shift is open: from then on its materials are staged from here, and the
         // proposals take this location for their own.
-        status().showAddress(clicked.rank, clicked.stand, clicked.shelf, clicked.location);
-        status().showLocation(clicked.rank, clicked.stand, clicked.shelf, clicked.location);
-        QString itemCode;
-        QString itemName;
-        qint16 group = 0;
-        if (m_data->GetParamLocalization(clicked.address(), itemCode, itemName, group))
-            status().showMaterial(itemCode, itemName);
-        else
-            status().showNoMaterial();
+        showClickedLocation(index);
         m_tlbAkceptLocation->button(1)->setEnabled(true);
     });
 }

@@ -98,28 +98,14 @@ void frmMagWatchBarCodeLoc::RebulidMag() {
 /// them.
 void frmMagWatchBarCodeLoc::imgBookStand_Click(int index) {
     WindowTrap("frmMagWatchBarCodeLoc - imgBookStand_Click", [&] {
-        const std::optional<Clicked> stand = clickedStand(index);
-        if (!stand)
-            return;
-        status().showStand(stand->rank, stand->stand);
-        status().clearMaterial();
-        openStandDetail(*stand, index);
-        showMap();
+        if (showClickedStand(index))
+            showMap();
     });
 }
 
 void frmMagWatchBarCodeLoc::imglocation_Click(int index) {
     WindowTrap("frmMagWatchBarCodeLoc - imglocation_Click", [&] {
-        const Clicked clicked = clickedLocation(index);
-        status().showAddress(clicked.rank, clicked.stand, clicked.shelf, clicked.location);
-        status().showLocation(clicked.rank, clicked.stand, clicked.shelf, clicked.location);
-        QString itemCode;
-        QString itemName;
-        qint16 group = 0;
-        if (m_data->GetParamLocalization(clicked.address(), itemCode, itemName, group))
-            status().showMaterial(itemCode, itemName);
-        else
-            status().showNoMaterial();
+        showClickedLocation(index);
         m_tlbAkceptLocation->button(1)->setEnabled(true);
         showMap();
     });

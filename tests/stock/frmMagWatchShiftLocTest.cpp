@@ -127,9 +127,15 @@ TEST_F(FrmMagWatchShiftLoc, ShownAgainAfterClosingItLoadsAnewInItsDesign) {
     tickPackage("F1");
     ASSERT_GT(proposals()->itemCount(), 0);
     ASSERT_TRUE(test::clickToolButton(window.get(), QStringLiteral("key_LokkFor")));
+    const auto returnPicture = [this] {
+        return toolBar("tlbAkceptItem")->button(2)->icon().pixmap(16).toImage();
+    };
+    const QImage cancelPicture = toolBar("tlbAkceptShiftItem")->button(2)->icon().pixmap(16).toImage();
+    EXPECT_NE(returnPicture(), cancelPicture);
     window->close();
     addPackage("F4", "FARBA", 10, "1,1,1,2");
     window->show();
+    EXPECT_EQ(returnPicture(), cancelPicture);
     EXPECT_EQ(messages.count(), 0) << qPrintable(messages.last().Text);
     expectBrowsing();
     EXPECT_TRUE(frame("frmWatchData")->isVisible());
