@@ -1,6 +1,7 @@
 #include "map/clsMagCreate.h"
 
 #include "common/AppContext.h"
+#include "common/PrintRaport.h"
 #include "common/modSQL.h"
 #include "map/LocationSql.h"
 #include "platform/Convert.h"
@@ -205,6 +206,22 @@ bool clsMagCreate::ConfirmGroupUse(qint16 GroupSur) {
 
 bool clsMagCreate::DeleteGroupSur(qint16 GroupSur) {
     return callGroup("DeleteGroupSur", QStringLiteral("kolv_mag_DeleteGroupSur"), GroupSur);
+}
+
+void clsMagCreate::SetPrintRaportParam(const QWidget* Form, const QString& Sql) {
+    trap("SetPrintRaportParam", [&] { PrintRaport::read(context(), Recordset, Sql).showOn(Form); });
+}
+
+QString clsMagCreate::GetPrintersName(qint32 EtykietCodePrint) {
+    QString name;
+    trap("GetPrintersName", [&] {
+        const ProcedureOutcome outcome = callProcedure(QStringLiteral("dbo.Kolv_Get_PrintersName"),
+                                                       {{"@EtykietCodePrint", EtykietCodePrint}});
+        // Here 0 alone is success.
+        if (outcome.returnValue == 0)
+            name = outcome.message;
+    });
+    return name;
 }
 
 }  // namespace regalon

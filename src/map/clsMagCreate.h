@@ -5,6 +5,8 @@
 
 #include <QString>
 
+class QWidget;
+
 namespace regalon {
 
 /// The data class of the layout editor: stands, what is assigned to locations, groups of materials. Each
@@ -52,6 +54,12 @@ public:
     /// Whether no location uses the group, so that it may be deleted.
     bool ConfirmGroupUse(qint16 GroupSur);
     bool DeleteGroupSur(qint16 GroupSur);
+
+    /// Runs a statement that returns the active template of a user, and shows it on lblRaportName,
+    /// txtRaportFile and txtRaportCode of a form, which must have them.
+    void SetPrintRaportParam(const QWidget* Form, const QString& Sql);
+    /// Printer of a kind of label; "" when the database names none and after a failure.
+    QString GetPrintersName(qint32 EtykietCodePrint);
 
 private:
     bool callStand(QAnyStringView routine, const QString& procedure, const char* descriptionParameter,

@@ -80,8 +80,9 @@ void frmMagCreate::Form_Unload() {
 void frmMagCreate::resetDesign() {
     const QSignalBlocker noClick(m_chkFramePozytion);
     m_chkFramePozytion->setChecked(false);
-    for (QLineEdit* box : {m_txtImageName, m_txtLeft, m_txtTop, m_txtFrmRank, m_txtFrmStand, m_txtFrmShelf,
-                           m_txtFrmLocation, m_txtParamValueLocalization, m_txtFrmPicture, m_txtNewGroupName})
+    for (QLineEdit* box :
+         {m_txtImageName, m_txtLeft, m_txtTop, m_txtFrmRank, m_txtFrmStand, m_txtFrmShelf, m_txtFrmLocation,
+          m_txtParamValueLocalization, m_txtFrmPicture, m_txtNewGroupName, m_txtRaportCode, m_txtRaportFile})
         box->clear();
     m_txtDescStand->clear();
     for (QCheckBox* flag : {m_chkStandVisable, m_chkStandEnable, m_chkStandFrameArround})
@@ -93,6 +94,7 @@ void frmMagCreate::resetDesign() {
         list->clearHeaders();
     }
     m_lblSurOnLOcationData->clear();
+    m_lblStatus->clear();
     m_itemCode.clear();
     m_remembered = {};
     m_tlbSaveParamLocalization->button(kSaveParam)->setText(QStringLiteral("&Zapisz parametr"));
@@ -141,6 +143,8 @@ void frmMagCreate::tlbCmd_ButtonClick(const QString& key) {
     WindowTrap("frmMagCreate - tlbCmd_ButtonClick", [&] {
         if (key == u"key_Exit")
             unload();
+        else if (key == u"key_PrintEtykieteLocation")
+            checkLabelAddress();
         else if (key == u"key_GroupSur")
             WathFrameGroupSurDefine();
         else if (key == u"key_RefreshMag")

@@ -7,6 +7,7 @@
 #include "map/clsMagWatch.h"
 
 #include <QString>
+#include <QVariant>
 
 #include <array>
 #include <memory>
@@ -28,6 +29,7 @@ class DataCombo;
 class ListView;
 class PictureBox;
 class ToolBar;
+class WordApplication;
 
 /// The layout editor: the plan, and over it the frames in which a manager defines stands with their shelves
 /// and locations, what belongs on a location, and the material groups.
@@ -41,6 +43,16 @@ public:
 
     /// Written by the item search dialog before it closes.
     void setItemCode(const QString& itemCode) { m_itemCode = itemCode; }
+
+    // The label of a location (frmMagCreate_Label.cpp). Nothing calls these two: they stand ready for the
+    // button, in a window that is loaded.
+
+    /// Shows the user's active template.
+    void SetPrintRaport();
+    /// Prints the label of a location with the template of txtRaportFile, and answers whether it did. The
+    /// numbers as numbers or texts. Waits for the word processor; reports its own failures.
+    bool PrintEtykietaLocation(const QVariant& rank, const QVariant& stand, const QVariant& shelf,
+                               const QVariant& location);
 
 private:
     static constexpr int kShelves = 4;
@@ -62,6 +74,7 @@ private:
 
     // Design of the stand side (frmMagCreate_Design.cpp)
     void createToolbars();
+    void createLabelStatus();
     void createStandFrame();
     void createStandChoice();
     void createShelves();
@@ -173,6 +186,11 @@ private:
     void saveMembers(qint16 group);
     void saveNewGroup();
 
+    // The label of a location (frmMagCreate_Label.cpp)
+    void checkLabelAddress();
+    void showLabelStatus(const QString& text);
+    void printActiveDocument(WordApplication& word, const QString& printer);
+
     // State. The data classes and the plan live from load to load.
     std::unique_ptr<clsMagCreate> m_data;
     std::unique_ptr<clsMagWatch> m_watch;
@@ -187,6 +205,9 @@ private:
     QCheckBox* m_chkFramePozytion = nullptr;
     CommonDialog* m_commonDialog = nullptr;
     QTimer* m_timer1 = nullptr;
+    QLineEdit* m_txtRaportCode = nullptr;
+    QLineEdit* m_txtRaportFile = nullptr;
+    QLabel* m_lblStatus = nullptr;
 
     // Stand side.
     QGroupBox* m_frmCreate = nullptr;

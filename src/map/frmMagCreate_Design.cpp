@@ -26,7 +26,8 @@ constexpr int kFrameWidth = MapWindow::SurfaceWidth - 240;
 constexpr int kLowerFrameTop = 7000;
 constexpr int kCreateHeight = 2700;
 
-constexpr int kLine = 345;  // height of a box and of its label
+constexpr int kLine = 345;          // height of a box and of its label
+constexpr int kStatusLeft = 10500;  // behind the buttons of the strip
 
 // Columns of the frame of the stand: choices, shelves, flags and description.
 constexpr int kShelvesLeft = 3870;
@@ -75,6 +76,7 @@ frmMagCreate::frmMagCreate(AppContext& context, QWidget* parent)
     : MapWindow(context, QStringLiteral("frmMagCreate"), QStringLiteral("Zarządzanie magazynem"), parent) {
     setRowIcons(imgSmall(), {24, 25});
     createToolbars();
+    createLabelStatus();
     createStandFrame();
     createLocationFrame();
     createGroupFrame();
@@ -101,6 +103,16 @@ void frmMagCreate::createToolbars() {
     m_chkFramePozytion->setToolTip(QStringLiteral("Przesuwa ramki w górę, nad odsłonięty dół planu"));
     place(m_chkFramePozytion, MapWindow::SurfaceWidth - 1200, 120, 1050, kLine);
     connect(m_chkFramePozytion, &QCheckBox::toggled, this, &frmMagCreate::chkFramePozytion_Click);
+}
+
+void frmMagCreate::createLabelStatus() {
+    m_lblStatus = addLabel(surface(), "lblStatus");
+    place(m_lblStatus, kStatusLeft, 120, MapWindow::SurfaceWidth - 1320 - kStatusLeft, kLine);
+    // The template that is active, for routines only.
+    m_txtRaportCode = addBox(surface(), "txtRaportCode", 0, 0, kLine);
+    m_txtRaportFile = addBox(surface(), "txtRaportFile", 0, 0, kLine);
+    m_txtRaportCode->hide();
+    m_txtRaportFile->hide();
 }
 
 void frmMagCreate::createStandFrame() {
