@@ -3,15 +3,13 @@
 #include "common/AppContext.h"
 #include "platform/CodePage.h"
 #include "platform/Paths.h"
+#include "platform/ReplaceFile.h"
 #include "platform/RunTimeError.h"
 #include "shell/clsCrypt.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QTemporaryFile>
-
-#include <cstdio>
 
 namespace regalon::ConnectionFile {
 
@@ -123,21 +121,8 @@ void write(const QString& path, const ConnectionSettings& settings) {
     const QByteArray line = bytes(settings);
     const QString name = realFile(path);
     requireWritable(path, name);
-    // The file holds a password that is scrambled only, so nobody else may read it, not even for a moment: a
-    // temporary file is its owner's from the start. The old file stays until the new one is whole.
-    QTemporaryFile fresh(name);
-    if (!fresh.open()) {
-        throw RunTimeError(RunTime::PathFileAccess);
-    }
-    const QByteArray from = QFile::encodeName(fresh.fileName());
-    if (fresh.write(line) != line.size() || !fresh.flush()) {
-        throw RunTimeError(fresh.error() == QFileDevice::ResourceError ? RunTime::DiskFull
-                                                                       : RunTime::DeviceIOError);
-    }
-    if (std::rename(from.constData(), QFile::encodeName(name).constData()) != 0) {
-        throw RunTimeError(RunTime::PathFileAccess);
-    }
-    fresh.setAutoRemove(false);
+    // The file holds a password that is scrambled only, so nobody else may read it, not even for a moment.
+    replaceFile(name, line);
 }
 
 }  // namespace regalon::ConnectionFile

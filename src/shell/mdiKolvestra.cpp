@@ -3,12 +3,12 @@
 
 #include "artwork/Icons.h"
 #include "common/ErrorTrap.h"
+#include "common/clsLanguage.h"
 #include "platform/FileIcon.h"
 #include "platform/Screen.h"
 #include "platform/StatusBar.h"
 #include "platform/ToolBar.h"
 #include "platform/Twips.h"
-#include "shell/clsLanguage.h"
 #include "shell/clsSAPGetData.h"
 
 #include <QAction>
@@ -130,7 +130,8 @@ void mdiKolvestra::addMaterialMenu(ChildWindows& children) {
         child.window = std::move(window);
         child.caption = QString(caption).remove(u'&');
         const QString reportName = QStringLiteral("frmKolvestra - ") + name + QStringLiteral("_Click");
-        connect(addItem(mnuMaterial, name, caption), &QAction::triggered, this,
+        child.item = addItem(mnuMaterial, name, caption);
+        connect(child.item, &QAction::triggered, this,
                 [this, reportName, &child] { WindowTrap(reportName, [&] { openChild(child); }); });
     };
     add(QStringLiteral("mnuMagWatch"), QStringLiteral("&Podgląd magazynu"), m_magWatch, children.MagWatch);
@@ -144,9 +145,9 @@ void mdiKolvestra::addMaterialMenu(ChildWindows& children) {
 }
 
 void mdiKolvestra::addSettingsMenu() {
-    QAction* item = addItem(mnuUUstawienia, QStringLiteral("mnuKonfPlikuPol"),
-                            QStringLiteral("&Konfiguracja pliku połączenia"));
-    connect(item, &QAction::triggered, this, [this] {
+    mnuKonfPlikuPol = addItem(mnuUUstawienia, QStringLiteral("mnuKonfPlikuPol"),
+                              QStringLiteral("&Konfiguracja pliku połączenia"));
+    connect(mnuKonfPlikuPol, &QAction::triggered, this, [this] {
         WindowTrap("frmKolvestra - mnuKonfPlikuPol_Click", [this] { openConnectionEditor(); });
     });
 }
@@ -161,7 +162,7 @@ void mdiKolvestra::addLanguageMenu() {
     for (QAction* item : {mnuPolski, mnuAngielski}) {
         connect(item, &QAction::triggered, this, [this, item] { chooseLanguage(item); });
     }
-    // There are no German texts; the item is off and nothing turns it on.
+    // Off by design, and nothing turns it on, although there are German texts.
     mnuNiemiecki->setEnabled(false);
 }
 

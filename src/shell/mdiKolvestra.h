@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/modINIModule.h"
 #include "platform/ImageList.h"
 #include "shell/ChildWindow.h"
 
@@ -52,6 +53,7 @@ private:
     /// A child window of the menu and what exists of it.
     struct Child {
         ChildWindow window;
+        QAction* item = nullptr;
         QString caption;  ///< of its menu item, without the mark of the access key
         QPointer<QMdiSubWindow> frame;
         QWidget* content = nullptr;
@@ -78,6 +80,10 @@ private:
     void chooseLanguageFile();
     void fillPanels();
 
+    // Rights (mdiKolvestra_Rights.cpp)
+    void applyRights();
+    void setMenusByRights();
+
     // Menus (mdiKolvestra_Menu.cpp)
     void openChild(Child& child);
     QMdiSubWindow* frameOf(Child& child);
@@ -92,11 +98,11 @@ private:
     bool MDIForm_QueryUnload();
     bool ExitProg();
     void MDIForm_Unload();
-    void deleteDsnFile();
 
     AppContext& m_context;
     std::unique_ptr<clsLanguage> objLanguage;
     std::unique_ptr<clsSAPGetData> cSapGetData;
+    modINIModule m_profile;
 
     ImageList imgSmall;
     ImageList ilsMouse;
@@ -107,6 +113,7 @@ private:
     QMenu* mnuUUstawienia = nullptr;
     QMenu* mnuWersje = nullptr;
     QMenu* mnuOkno = nullptr;
+    QAction* mnuKonfPlikuPol = nullptr;
     QAction* mnuPolski = nullptr;
     QAction* mnuAngielski = nullptr;
     QAction* mnuNiemiecki = nullptr;

@@ -1,11 +1,11 @@
 // The unload routines of the main window.
 #include "common/AppContext.h"
 #include "common/ErrorTrap.h"
+#include "common/clsLanguage.h"
+#include "common/modFunctions.h"
 #include "platform/MsgBox.h"
-#include "platform/Paths.h"
 #include "platform/RunTimeError.h"
 #include "platform/UserSettings.h"
-#include "shell/clsLanguage.h"
 #include "shell/clsSAPGetData.h"
 #include "shell/mdiKolvestra.h"
 #include "shell/modConnection.h"
@@ -66,24 +66,13 @@ bool mdiKolvestra::ExitProg() {
 
 void mdiKolvestra::MDIForm_Unload() {
     WindowTrap("frmKolvestra - MDIForm_Unload", [this] {
-        // The user's profile is saved first, under UserName, although it is loaded under Login.
+        m_profile.SaveUserProfile(m_context.UserName);
         CloseConnections(m_context);
         SaveSetting(QStringLiteral("Kolvestra"), QStringLiteral("Login"), QStringLiteral("strLang"),
                     m_context.Language);
         objLanguage.reset();
-        deleteDsnFile();
+        DeleteDsnFile(m_context.DsnFilePath);
     });
-}
-
-void mdiKolvestra::deleteDsnFile() {
-    if (m_context.DsnFilePath.isEmpty()) {
-        return;
-    }
-    try {
-        Paths::remove(m_context.DsnFilePath);
-    } catch (const RunTimeError&) {
-        // Somebody has it open or it is gone; the next run writes its own.
-    }
 }
 
 }  // namespace regalon

@@ -1,9 +1,9 @@
 // What the menus and the toolbar of the main window do.
 #include "common/AppContext.h"
+#include "common/clsLanguage.h"
 #include "platform/RunTimeError.h"
 #include "platform/StatusBar.h"
 #include "platform/Twips.h"
-#include "shell/clsLanguage.h"
 #include "shell/clsSAPGetData.h"
 #include "shell/frmZapisParamPlik.h"
 #include "shell/mdiKolvestra.h"

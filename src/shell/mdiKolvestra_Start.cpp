@@ -1,9 +1,11 @@
 // The load routine of the main window.
 #include "common/AppContext.h"
 #include "common/ErrorTrap.h"
+#include "common/ProgramFolder.h"
+#include "common/clsLanguage.h"
+#include "common/modFunctions.h"
 #include "platform/StatusBar.h"
 #include "shell/StartArguments.h"
-#include "shell/clsLanguage.h"
 #include "shell/clsSAPGetData.h"
 #include "shell/mdiKolvestra.h"
 #include "shell/modConnection.h"
@@ -39,9 +41,12 @@ void mdiKolvestra::startUp(const QString& commandLine) {
     }
     fillPanels();
     chooseLanguageFile();
-    // Between the language file and the pointer the user's profile is loaded, under Login. Behind the pointer
-    // the rights go to the menus, and the data source file is written and its path kept in DsnFilePath.
+    // It is saved under UserName: where that is not the SQL login, the next start does not find it.
+    m_profile.LoadUserProfile(m_context.Settings.Login);
     SetMousePointer(false);
+    applyRights();
+    const ConnectionSettings& settings = m_context.Settings;
+    m_context.DsnFilePath = WriteDsnFile(settings.Server, settings.Baza, settings.Login);
 }
 
 void mdiKolvestra::takeCommandLine(const QString& commandLine) {
@@ -58,7 +63,7 @@ void mdiKolvestra::fillContext() {
     Main(m_context);
     m_context.UserName = cSapGetData->GetUserName(m_context.UserSign);
     m_context.PathFile = cSapGetData->GetKolvestraPatch();
-    m_context.ProgramFolder = QStringLiteral("C:\\Regalon");
+    m_context.ProgramFolder = programFolder();
     m_context.PathBitmapMagSur = cSapGetData->GetPathBitmapMagSur();
     m_context.PathBitmapPlanProd = cSapGetData->GetPathBitmapPlanProd();
     for (QMenu* menu : {mnuProg, mnuWersje, mnuOkno, mnuUUstawienia}) {

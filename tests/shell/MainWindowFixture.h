@@ -1,7 +1,7 @@
 #pragma once
 
+#include "common/clsLanguage.h"
 #include "shell/ShellFixture.h"
-#include "shell/clsLanguage.h"
 #include "shell/mdiKolvestra.h"
 #include "support/Events.h"
 

@@ -18,6 +18,17 @@ const QString noServerText = QStringLiteral(
     "Serwer nie jest dostępny.\r\nNależy sprawdzić czy serwer został uruchomiony lub czy masz dostęp do "
     "zasobu sieciowego Kolvestra.");
 
+QStringList rightsStatements(int user) {
+    QStringList statements;
+    for (const char* form : {"frmSlownikGrupa", "frmMagCreate", "frmMagWatch", "MagSur"}) {
+        statements.append(QStringLiteral("select LpShow from kolv_RightsName where FormName  = N'%1'")
+                              .arg(QString::fromLatin1(form)));
+        statements.append(
+            QStringLiteral("select RightsNumber,RightsUser  from kolv_user where UserID = %1").arg(user));
+    }
+    return statements;
+}
+
 TEST_F(MainWindow, StartedWithoutArgumentsReadsTheDefaultFileAsUserOne) {
     start({});
     EXPECT_EQ(context.ConnectionFilePath, QStringLiteral("c:\\Regalon\\connect.txt"));
@@ -64,7 +75,7 @@ TEST_F(MainWindow, FillsTheContextAndThePanels) {
     EXPECT_EQ(Screen::mousePointer(), MousePointer::Default);
 }
 
-TEST_F(MainWindow, ReadsUserAndFoldersInTheirOrder) {
+TEST_F(MainWindow, ReadsUserFoldersAndRightsInTheirOrder) {
     start({});
     QStringList statements = warehouse.trace();
     statements.erase(
@@ -72,11 +83,12 @@ TEST_F(MainWindow, ReadsUserAndFoldersInTheirOrder) {
                        [](const QString& text) { return !text.startsWith(QStringLiteral("select ")); }),
         statements.end());
     EXPECT_EQ(statements, (QStringList{
-                              QStringLiteral("select User_Code from OUSR where UserID = 1"),
-                              QStringLiteral("select PathFile from Kolv_setup(nolock)"),
-                              QStringLiteral("select PathBitmapMagSur from Kolv_setup(nolock)"),
-                              QStringLiteral("select PathBitmapPlanProd from Kolv_setup(nolock)"),
-                          }));
+                               QStringLiteral("select User_Code from OUSR where UserID = 1"),
+                               QStringLiteral("select PathFile from Kolv_setup(nolock)"),
+                               QStringLiteral("select PathBitmapMagSur from Kolv_setup(nolock)"),
+                               QStringLiteral("select PathBitmapPlanProd from Kolv_setup(nolock)"),
+                           } +
+                           rightsStatements(1)));
 }
 
 TEST_F(MainWindow, WithAMissingFileOffersOnlyWarehousesAndSettings) {
