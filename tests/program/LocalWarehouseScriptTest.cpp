@@ -57,7 +57,7 @@ protected:
     static bool answers(quint16 port) {
         QTcpSocket socket;
         socket.connectToHost(QStringLiteral("127.0.0.1"), port);
-        return socket.waitForConnected(1000);
+        return socket.waitForConnected(patience);
     }
 
     qint64 serverProcess() const {
