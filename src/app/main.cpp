@@ -7,6 +7,7 @@
 #include "platform/MsgBox.h"
 #include "platform/Settings.h"
 #include "shell/mdiKolvestra.h"
+#include "stock/clsMagSurInputBarCode.h"
 #include "stock/frmMagWatchShiftLoc.h"
 #include "views/frmMagWatch.h"
 #include "views/frmMagWatchBarCodeLoc.h"
@@ -53,7 +54,11 @@ ChildWindows childWindows(AppContext& context) {
     windows.MagWatchShiftLoc.create = [&context, detail] { return new frmMagWatchShiftLoc(context, detail); };
     windows.MagWatchShiftLoc.beforeShow = tellPlace;
     windows.MagWatchBarCodeLoc.create = [&context, detail] {
-        return new frmMagWatchBarCodeLoc(context, detail);
+        auto* window = new frmMagWatchBarCodeLoc(context, detail);
+        window->setPrintRaportParam([&context](const QWidget* Form, const QString& Sql) {
+            clsMagSurInputBarCode(context).SetPrintRaportParam(Form, Sql);
+        });
+        return window;
     };
     windows.MagWatchBarCodeLoc.beforeShow = tellPlace;
     return windows;

@@ -8,7 +8,9 @@
 #include <QList>
 #include <QString>
 
+#include <functional>
 #include <memory>
+#include <utility>
 
 class QCheckBox;
 class QGroupBox;
@@ -32,6 +34,14 @@ public:
     explicit frmMagWatchBarCodeLoc(AppContext& context, const StandDetail& standDetail = {},
                                    QWidget* parent = nullptr);
     ~frmMagWatchBarCodeLoc() override;
+
+    /// Shows the active template of a statement on a form: the service of barcodes can, which this room does
+    /// not know.
+    using PrintRaportParam = std::function<void(const QWidget* Form, const QString& Sql)>;
+    void setPrintRaportParam(PrintRaportParam show) { m_printRaportParam = std::move(show); }
+
+    /// Shows the user's active template. Nothing calls it: it stands ready for the button of the templates.
+    void SetPrintRaport();
 
 protected:
     // Event routines.
@@ -90,6 +100,7 @@ private:
     void tlbPrintBarCodeAllLocation_ButtonClick(const QString& key);
     void tvblRodzajeEtykiet_ButtonClick(const QString& key);
 
+    PrintRaportParam m_printRaportParam;
     std::unique_ptr<clsMagWatchBarCodeLoc> m_data;  ///< lives from load to load
     QString m_aplication;
     QString m_operation;  ///< part of the window's state by its design; nothing reads it

@@ -2,11 +2,14 @@
 // step stands behind the gathering, and the buttons for the choice of a template and for the report of a
 // whole location do nothing.
 
+#include "common/AppContext.h"
 #include "common/ErrorTrap.h"
+#include "common/modSQL.h"
 #include "map/Notice.h"
 #include "map/StatusPanel.h"
 #include "platform/Convert.h"
 #include "platform/ListView.h"
+#include "platform/RunTimeError.h"
 #include "views/BarCodeLabels.h"
 #include "views/frmMagWatchBarCodeLoc.h"
 
@@ -41,12 +44,25 @@ void frmMagWatchBarCodeLoc::tlbPodlad_ButtonClick(const QString& key) {
     });
 }
 
-// Both report under the window of goods-in, whose buttons they were; support knows them so.
+// What follows reports under the window of goods-in, whose buttons they were; support knows them so.
 
 void frmMagWatchBarCodeLoc::tlbPrintBarCodeAllLocation_ButtonClick(const QString& /*key*/) {
     WindowTrap("frmMagSurImputBarCode - tvblRodzajeEtykiet_ButtonClick", [&] {
         // Numbers beyond 16 bits in the address boxes are reported; neither button does anything else.
         static_cast<void>(status().typedLocation());
+    });
+}
+
+void frmMagWatchBarCodeLoc::SetPrintRaport() {
+    WindowTrap("frmMagSurInputBarCode - SetPrintRaport", [&] {
+        if (!m_printRaportParam)
+            throw RunTimeError(RunTime::ObjectNotSet);
+        m_printRaportParam(
+            this, QStringLiteral("select A.RaportCode,A.RaportName,A.RaportFile,A.RaporFileWath from "
+                                 "Kolv_ListPrint A(nolock) inner join Kolv_PrintActiveUser B(nolock)  On "
+                                 "A.RaportCOde = B.RaportCode AND A.GroupForm = B.GroupForm where "
+                                 "B.UserSign = ") +
+                      SqlNumber(int{context().UserSign}) + QStringLiteral(" AND A.GroupForm = 4"));
     });
 }
 

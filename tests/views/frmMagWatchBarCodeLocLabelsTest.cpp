@@ -1,5 +1,6 @@
 // The controls for labels of packages, which end before anything is printed.
 
+#include "common/PrintRaport.h"
 #include "platform/RunTimeError.h"
 #include "views/BarCodeLabels.h"
 #include "views/BarCodeWindow.h"
@@ -182,6 +183,39 @@ TEST_F(FrmMagWatchBarCodeLocLabels, TemplatesAndReportsGiveNoReaction) {
     ASSERT_EQ(messages.count(), 1);
     EXPECT_EQ(messages.last().Title,
               QStringLiteral("frmMagSurImputBarCode - tvblRodzajeEtykiet_ButtonClick"));
+}
+
+TEST_F(FrmMagWatchBarCodeLocLabels, TheActiveTemplateIsAskedForByTheServiceOfBarcodes) {
+    const QWidget* form = nullptr;
+    QString statement;
+    window->setPrintRaportParam([&](const QWidget* Form, const QString& Sql) {
+        form = Form;
+        statement = Sql;
+    });
+    warehouse.context.UserSign = 2;
+    window->SetPrintRaport();
+    EXPECT_EQ(messages.count(), 0);
+    EXPECT_EQ(form, window.get());
+    EXPECT_EQ(statement,
+              QStringLiteral("select A.RaportCode,A.RaportName,A.RaportFile,A.RaporFileWath from "
+                             "Kolv_ListPrint A(nolock) inner join Kolv_PrintActiveUser B(nolock)  On "
+                             "A.RaportCOde = B.RaportCode AND A.GroupForm = B.GroupForm where "
+                             "B.UserSign = 2 AND A.GroupForm = 4"));
+}
+
+TEST_F(FrmMagWatchBarCodeLocLabels, TheWindowHasAPlaceForTheActiveTemplate) {
+    PrintRaport{QStringLiteral("3"), QStringLiteral("Mała"), QStringLiteral("Mala_02.odt")}.showOn(
+        window.get());
+    EXPECT_EQ(text("lblRaportName"), QStringLiteral("Szablon wydruku: Mała"));
+    EXPECT_EQ(box("txtRaportCode")->text(), QStringLiteral("3"));
+    EXPECT_EQ(box("txtRaportFile")->text(), QStringLiteral("Mala_02.odt"));
+}
+
+TEST_F(FrmMagWatchBarCodeLocLabels, WithoutTheServiceTheActiveTemplateIsAFailure) {
+    window->SetPrintRaport();
+    ASSERT_EQ(messages.count(), 1);
+    EXPECT_EQ(messages.last().Title, QStringLiteral("frmMagSurInputBarCode - SetPrintRaport"));
+    EXPECT_EQ(messages.last().Text, test::windowMessage(RunTime::ObjectNotSet));
 }
 
 }  // namespace
