@@ -5,6 +5,8 @@
 #include <QDir>
 #include <QRegularExpression>
 
+#include <string>
+
 namespace regalon::test {
 namespace {
 
@@ -54,11 +56,12 @@ TEST_F(PictureTour, LeavesPicturesOfThePlanTheSearchTheRefreshAStandTheMaterials
     EXPECT_NE(picture("stand-notes.png"), picture("stand-materials.png"));
     QImage last = picture("editor.png");
     EXPECT_TRUE(findPlan(last).has_value());
-    for (const QString name : {"editor-stand", "editor-number", "editor-status", "editor-text",
-                               "editor-picture", "editor-search", "editor-up", "editor-groups"}) {
-        const QImage next = picture(qPrintable(name + QStringLiteral(".png")));
-        EXPECT_FALSE(next.isNull() || next == last) << qPrintable(name);
-        EXPECT_FALSE(picture(qPrintable(name + QStringLiteral("-2x.png"))).isNull()) << qPrintable(name);
+    for (const char* name : {"editor-stand", "editor-number", "editor-status", "editor-text",
+                             "editor-picture", "editor-search", "editor-up", "editor-groups"}) {
+        const std::string file(name);
+        const QImage next = picture((file + ".png").c_str());
+        EXPECT_FALSE(next.isNull() || next == last) << name;
+        EXPECT_FALSE(picture((file + "-2x.png").c_str()).isNull()) << name;
         last = next;
     }
     EXPECT_TRUE(findPlan(picture("shift-location.png")).has_value());
