@@ -1,5 +1,6 @@
 -- Clears what this connection and user have staged. @Param 0: the rows of this application and operation; 1: the rows of
--- all of them. Nothing to clear is no refusal.
+-- all of them. What is staged for a goods-out has no operation of its own in its rows: it goes with the letter O.
+-- Nothing to clear is no refusal.
 --
 -- Numbers of connections come again. Rows under this connection's number from another workstation are what a dead
 -- connection left: they go too. Rows of this workstation under another user stay, since one connection may serve two.
@@ -23,7 +24,7 @@ BEGIN
             OR HostName <> HOST_NAME());
         DELETE FROM dbo.Kolv_Mag_BarCode_Output_Sur_tym
         WHERE SPID = -@@SPID AND ((HostName = HOST_NAME() AND UserSign = @UserSign
-                AND (@All = 1 OR Aplication = @Aplication))
+                AND (@All = 1 OR (Aplication = @Aplication AND @Operation = N'O')))
             OR HostName <> HOST_NAME());
 
         -- Proposals without staged packages are only in nobody's way, and their tables may go with their maker at any

@@ -288,8 +288,15 @@ TEST_F(GoodsOut, WhatIsStagedIsTakenOutOneByOneOrAllAtOnceAndByItsKeyOnly) {
     EXPECT_EQ(desk.stageOut({.param = 1, .deleteLine = "Y"}).value, 0);
     EXPECT_EQ(staged(), 0);
     ASSERT_EQ(desk.stageOut({}).value, 0);
+    EXPECT_EQ(desk.clear("O"), 0);
+    EXPECT_EQ(staged(), 0);
+}
+
+TEST_F(GoodsOut, WhatIsStagedStaysWhenAnotherOperationIsCleared) {
+    ASSERT_EQ(desk.stageOut({}).value, 0);
     EXPECT_EQ(desk.clear("S"), 0);
-    EXPECT_EQ(staged(), 0) << "goods-out has no operation";
+    EXPECT_EQ(desk.clear("I"), 0);
+    EXPECT_EQ(staged(), 1);
 }
 
 TEST_F(GoodsOut, AMaterialOfWhichNothingIsThereIsNotGivenOut) {
