@@ -123,8 +123,8 @@ long BareOdbc::run(const std::vector<Statement>& statements) {
                              &statusLength);
             for (std::size_t i = 0; i < statement.arguments.size(); ++i) {
                 const std::string& value = statement.arguments[i].second;
-                // The last argument is the message that comes back.
-                const bool output = i > 0 && i + 1 == statement.arguments.size();
+                // The last argument is the message that comes back, if the procedure has one.
+                const bool output = i > 0 && i + 1 == statement.arguments.size() && value == "NULL";
                 values.emplace_back(outputSize);
                 std::copy(value.begin(), value.end(), values.back().begin());
                 lengths[i] = output ? SQL_NULL_DATA : static_cast<SQLLEN>(value.size());
