@@ -2,6 +2,7 @@
 
 #include "platform/CodePage.h"
 #include "platform/Registry.h"
+#include "platform/WordApplication.h"
 
 #include <QDir>
 #include <QFile>
@@ -81,6 +82,8 @@ private:
             takeShare(entry);
         else if (entry.is(QLatin1String("Files"), QLatin1String("DsnFolder")))
             m_settings.DsnFolder = entry.value;
+        else if (entry.in(QLatin1String("Labels")))
+            takeLabels(entry);
         else
             unknown(entry);
     }
@@ -184,6 +187,32 @@ private:
             bad(entry, [this] { return QString::number(m_settings.OdbcDefaultPort); });
     }
 
+    void takeLabels(const Entry& entry) {
+        const QLatin1String labels("Labels");
+        if (entry.is(labels, QLatin1String("LibreOffice")))
+            takeOfficeFolder(entry);
+        else if (entry.is(labels, QLatin1String("TimeLimit")))
+            takeTimeLimit(entry);
+        else
+            unknown(entry);
+    }
+
+    void takeOfficeFolder(const Entry& entry) {
+        if (entry.value.isEmpty() || QDir::isAbsolutePath(entry.value))
+            m_settings.LabelPrinter.OfficeFolder = entry.value;
+        else
+            bad(entry, [this] { return m_settings.LabelPrinter.OfficeFolder; });
+    }
+
+    void takeTimeLimit(const Entry& entry) {
+        bool isNumber = false;
+        const int seconds = entry.value.toInt(&isNumber);
+        if (isNumber && seconds >= 1 && seconds <= 3600)
+            m_settings.LabelPrinter.TimeLimit = seconds;
+        else
+            bad(entry, [this] { return QString::number(m_settings.LabelPrinter.TimeLimit); });
+    }
+
     /// The other defaults of [Odbc] are those of FreeTDS; another driver would not know its keywords.
     void settleDriverDefaults() {
         if (m_settings.OdbcDriver.contains(QLatin1String("tds"), Qt::CaseInsensitive))
@@ -271,6 +300,7 @@ void Settings::apply() const {
     setRegionalFormat(Regional);
     CodePage::set(CodePageName);
     Paths::setMapping(PathMapping);
+    WordApplication::setSetup(LabelPrinter);
     serveDsnFolder(DsnFolder);
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/Convert.h"
 #include "platform/Paths.h"
+#include "platform/WordSetup.h"
 
 #include <QString>
 #include <QStringList>
@@ -35,6 +36,9 @@ struct Settings {
     /// [Files] DsnFolder: folder of data source files, as a path of the system or of this machine; empty for
     /// none. Served as the value of the registry that it is.
     QString DsnFolder;
+
+    /// [Labels]
+    WordSetup LabelPrinter;
 
     /// One text for each bad key or line, naming the key; its default is in use. For showing to the user
     /// once.

@@ -18,12 +18,12 @@ namespace regalon {
 
 namespace {
 
-WordApplication::Setup& currentSetup() {
-    static WordApplication::Setup setup;
+WordSetup& currentSetup() {
+    static WordSetup setup;
     return setup;
 }
 
-QString programOf(const WordApplication::Setup& setup) {
+QString programOf(const WordSetup& setup) {
     return setup.Program.isEmpty() ? QCoreApplication::applicationDirPath() + QStringLiteral("/regalon-label")
                                    : setup.Program;
 }
@@ -52,7 +52,7 @@ void bindToParent(pid_t parent) {
 
 }  // namespace
 
-void WordApplication::setSetup(const Setup& setup) {
+void WordApplication::setSetup(const WordSetup& setup) {
     currentSetup() = setup;
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/WordSetup.h"
+
 #include <QByteArray>
 #include <QJsonArray>
 #include <QLatin1String>
@@ -18,13 +20,8 @@ namespace regalon {
 /// when it has crashed, was killed, or has not answered within the time limit and therefore is killed.
 class WordApplication {
 public:
-    struct Setup {
-        QString Program{};       ///< of the process; empty: regalon-label beside this program
-        QString OfficeFolder{};  ///< LibreOffice's program folder; empty: where its packages put it
-        int TimeLimit = 60;      ///< seconds for the start and for each call
-    };
     /// For every object made from now on.
-    static void setSetup(const Setup& setup);
+    static void setSetup(const WordSetup& setup);
 
     WordApplication();
     ~WordApplication();
@@ -54,7 +51,7 @@ private:
     QByteArray readLine();
     void kill();
 
-    Setup m_setup;
+    WordSetup m_setup;
     QTemporaryDir m_workspace;
     QProcess m_process;
 };

@@ -195,14 +195,14 @@ TEST_F(WordApplicationTest, AWordProcessorThatIsKilledIsAnErrorAndNothingStays) 
 }
 
 TEST_F(WordApplicationTest, AMacroThatHangsIsEndedWithAllThatItStarted) {
-    WordApplication::setSetup({.TimeLimit = 20});
+    WordApplication::setSetup({.TimeLimit = 30});
     WordApplication word;
     const qint64 process = word.processId();
     open(word, QStringLiteral("Sub Generate(a)\n  Shell(\"/bin/sleep\", 0, \"600\", False)\n"
                               "  Do\n    Wait 10\n  Loop\nEnd Sub\n"));
     const ErrorRecord error = failureOf([&] { word.Run(QStringLiteral("Generate"), {QStringLiteral("1")}); });
     EXPECT_EQ(error.Number, RunTime::RemoteServerGone);
-    EXPECT_TRUE(error.Description.contains(QStringLiteral("nie odpowiedział w ciągu 20 s")))
+    EXPECT_TRUE(error.Description.contains(QStringLiteral("nie odpowiedział w ciągu 30 s")))
         << qPrintable(error.Description);
     EXPECT_EQ(word.processId(), 0);
     EXPECT_FALSE(runs(process));

@@ -131,6 +131,16 @@ TEST_F(FrmMagCreateLabel, TheHoldersOfTheTemplateAreHiddenAndTheStatusIsEmpty) {
     EXPECT_EQ(label("lblStatus")->text(), QString());
 }
 
+TEST_F(FrmMagCreateLabel, TheStatusHasRoomBehindTheButtons) {
+    const QLabel* status = label("lblStatus");
+    const ToolBar* bar = toolBar("tlbCmd");
+    const QWidget* last = bar->widgetForAction(bar->actions().last());
+    EXPECT_GT(status->mapTo(window.get(), QPoint()).x(),
+              last->mapTo(window.get(), QPoint(last->width(), 0)).x());
+    for (const QString& text : {kConnecting, QStringLiteral("Generowanie etykiety dla lokalizaji ")})
+        EXPECT_LE(status->fontMetrics().horizontalAdvance(text), status->width()) << qPrintable(text);
+}
+
 // ---------------------------------------------------------------- the active template
 
 TEST_F(FrmMagCreateLabel, TheActiveTemplateIsAskedForButHasNoPlaceForItsName) {
@@ -281,9 +291,9 @@ TEST_F(FrmMagCreateLabel, AWordProcessorKilledInTheMiddleIsReported) {
 }
 
 TEST_F(FrmMagCreateLabel, AWordProcessorThatHangsIsReported) {
-    WordApplication::setSetup({.TimeLimit = 20});
+    WordApplication::setSetup({.TimeLimit = 30});
     useTemplate(test::generate(QStringLiteral("  Do\n  Loop")));
-    expectFailure(RunTime::RemoteServerGone, QStringLiteral("nie odpowiedział w ciągu 20 s"));
+    expectFailure(RunTime::RemoteServerGone, QStringLiteral("nie odpowiedział w ciągu 30 s"));
 }
 
 TEST_F(FrmMagCreateLabel, WithoutLibreOfficeTheErrorSaysWhatToInstall) {

@@ -242,27 +242,28 @@ TEST_F(FrmMagCreateDesign, GoraMovesTheFramesUpAndBack) {
 }
 
 TEST_F(FrmMagCreateDesign, NothingIsCutAndNothingLiesOverAControlInAnyStateOfTheFrames) {
-    // "Góra" stands in the tool strip.
-    const QString strip = QStringLiteral("clbData under chkFramePozytion");
+    // "Góra" and the status of the labels stand in the tool strip.
+    const QStringList strip{QStringLiteral("clbData under chkFramePozytion"),
+                            QStringLiteral("clbData under lblStatus")};
     open();
     expectNothingCut("at the start");
-    expectOverlaps("at the start", {strip});
+    expectOverlaps("at the start", strip);
     clickStand(QStringLiteral("1_1"));
     clickLocation(QStringLiteral("1_1_1_1"));
     for (const char* parameter : {"Zdjęcie", "Opis", "Wysokość [mm]", "Status lokalizacji"}) {
         pick("dtcParamLocation", QString::fromUtf8(parameter));
         expectNothingCut(parameter);
-        expectOverlaps(parameter, {strip});
+        expectOverlaps(parameter, strip);
     }
     test::click(check("chkFramePozytion"));
-    expectOverlaps("moved up", {strip});
+    expectOverlaps("moved up", strip);
     test::click(check("chkFramePozytion"));
     clickButton("tlbSaveSurLocalization", "key_Cancel");
     // The groups lie over the frame of a location, which therefore is closed here.
     clickButton("tlbCmd", "key_GroupSur");
     choose("dtcGroupSur", QStringLiteral("nowa"));
     expectNothingCut("with the groups");
-    expectOverlaps("with the groups", {strip});
+    expectOverlaps("with the groups", strip);
 }
 
 TEST_F(FrmMagCreateDesign, AltWClosesTheWindowAndTakesTheBusyPointerOff) {

@@ -163,6 +163,18 @@ TEST(Settings, GarbageIsReportedAndHarmless) {
     EXPECT_EQ(huge.Problems.size(), 1);
 }
 
+TEST(Settings, ThePrinterOfLabelsHasAFolderAndATime) {
+    const Settings settings = loaded("[labels]\nLibreOffice=/opt/biuro/program\nTimeLimit=90\n");
+    EXPECT_TRUE(settings.Problems.isEmpty());
+    EXPECT_EQ(settings.LabelPrinter.OfficeFolder, QStringLiteral("/opt/biuro/program"));
+    EXPECT_EQ(settings.LabelPrinter.TimeLimit, 90);
+
+    const Settings bad = loaded("[Labels]\nLibreOffice=biuro\nTimeLimit=0\nPrinter=x\n");
+    EXPECT_EQ(bad.Problems.size(), 3);
+    EXPECT_EQ(bad.LabelPrinter.OfficeFolder, QString());
+    EXPECT_EQ(bad.LabelPrinter.TimeLimit, 60);
+}
+
 TEST(Settings, ApplyPutsThemIntoUse) {
     loaded("[Text]\nCodePage=windows-1252\nRegionalFormat=en_US\n[Drives]\nC=/srv/c\n").apply();
     EXPECT_EQ(CodePage::name(), QStringLiteral("windows-1252"));
