@@ -43,7 +43,7 @@ BEGIN
             P.Stand AS [Regał:650;2],
             P.Shelf AS [Półka:600;2],
             P.Location AS [Lok.:500;2],
-            C.BarCode AS [Kod kreskowy:1700;0],
+            C.BarCode AS [Kod kreskowy:2500;0],
             CAST(C.Quantity AS decimal(19, 2)) AS [Ilość:900;1],
             P.PercentAfter AS [Po %:650;1],
             P.Status AS [St.:450;2],

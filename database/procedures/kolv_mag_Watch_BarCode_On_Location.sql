@@ -20,8 +20,8 @@ BEGIN
         CAST(B.PackWeight AS decimal(19, 1)) AS [Masa kg:850;1],
         CAST(B.PackLength AS nvarchar(11)) + N'×' + CAST(B.PackWidth AS nvarchar(11)) + N'×'
             + CAST(B.PackHeight AS nvarchar(11)) AS [Wymiary mm:1500;0],
-        T.DocNum AS [Zamówienie:1050;1],
-        T.BarCode AS [Kod kreskowy:1800;0]
+        T.DocNum AS [Zamówienie:1250;1],
+        T.BarCode AS [Kod kreskowy:2600;0]
     FROM dbo.Kolv_Mag_BarCode_Input_Sur_tym AS T
         LEFT JOIN dbo.Kolv_Mag_BarCode_Sur AS B ON B.BarCode = T.BarCode
         LEFT JOIN dbo.OITM AS I ON I.ItemCode = T.ItemCode

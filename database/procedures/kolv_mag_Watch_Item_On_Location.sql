@@ -8,7 +8,7 @@
 -- quantity nobody has entered are listed with their number and 0: they can be moved once they have a quantity, rather
 -- than that a number be shown which nobody has counted.
 -- The widths fill the list of the stand detail, 7785 twips inside its frame with the 700 of the row numbers; the name
--- takes what the others can spare.
+-- takes what the others can spare. The window that moves stock has a wider list, where quantities and codes show whole.
 DROP PROCEDURE IF EXISTS dbo.kolv_mag_Watch_Item_On_Location;
 GO
 CREATE PROCEDURE dbo.kolv_mag_Watch_Item_On_Location
@@ -27,6 +27,22 @@ BEGIN
     SET TRANSACTION ISOLATION LEVEL READ UNCOMMITTED;
     IF @Phase <> 1
         RETURN 0;
+
+    IF @Operation = N'S'
+    BEGIN
+        SELECT ItemName AS [Nazwa surowca:5000;0],
+            InvntryUom AS [Jm:500;2],
+            PackageCount AS [Op.:500;1],
+            CASE WHEN StatLocation = N'1' THEN 1 ELSE 0 END AS [M.:400;2],
+            CAST(CASE WHEN Quantity > 0 AND Quantity < 0.01 THEN 0.01 ELSE Quantity END AS decimal(19, 2))
+                AS [Ilość:1400;1],
+            Kind AS [St.:450;2],
+            ItemCode AS [Kod:2000;0]
+        FROM dbo.Kolv_vv_mag_Location_Material
+        WHERE Rank = @Rank AND Stand = @Stand AND Shelf = @Shelf AND Location = @Location
+        ORDER BY ItemCode;
+        RETURN 0;
+    END
 
     SELECT ItemName AS [Nazwa surowca:3900;0],
         InvntryUom AS [Jm:360;2],
