@@ -66,9 +66,10 @@ void ShiftProgram::pickPackages(const Spot& spot) {
     click(spot);
     ASSERT_TRUE(traced(
         QStringLiteral("select ItemCode,ItemName,GroupSur from kolv_mag_Location_Item where ") + spot.key()));
+    keep(display.settledPicture(), QStringLiteral("shift-location"));
     clickAt(kAcceptLocation);
     ASSERT_TRUE(traced(itemsStatement(numbers(spot))));
-    display.settledPicture();
+    keep(display.settledPicture(), QStringLiteral("shift-materials"));
     clickAt(kAcceptItem);
     ASSERT_TRUE(traced(QStringLiteral("exec kolv_mag_Watch_BarCode_On_Location 1,N'P',N'S',1")));
     display.settledPicture();
