@@ -78,6 +78,8 @@ void WordApplication::start() {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     // Never a window, also where LibreOffice's graphical parts are installed.
     environment.insert(QStringLiteral("SAL_USE_VCLPLUGIN"), QStringLiteral("svp"));
+    // Its own temporary files, which a killed one leaves, go with the workspace.
+    environment.insert(QStringLiteral("TMPDIR"), m_workspace.path());
     m_process.setProcessEnvironment(environment);
     m_process.setStandardErrorFile(QProcess::nullDevice());
     m_process.setChildProcessModifier([parent = getpid()] { bindToParent(parent); });
