@@ -40,6 +40,10 @@ QString unquoted(QString argument) {
 DataClass::DataClass(AppContext& context, QString reportName)
     : m_context(context), m_reportName(std::move(reportName)) {}
 
+bool DataClass::connectionIsLost() const {
+    return !m_context.ConnMain || m_context.ConnMain->isLost();
+}
+
 void DataClass::openRead(const QString& sql) {
     Recordset.closeIfOpen();
     Recordset.Open(sql, mainConnection(m_context));

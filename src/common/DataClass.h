@@ -35,6 +35,9 @@ public:
     bool EcexProcedure(const QString& strSQL);
     /// What the last read left, for the caller of EcexProcedure.
     const DbRecordset& rows() const { return Recordset; }
+    /// Whether there is no connection, or a failure has shown that the server has gone: whatever is asked
+    /// next fails as well.
+    bool connectionIsLost() const;
 
     /// Runs a procedure from a ready "exec" text ("exec name arg,arg"), by position. The arguments are split
     /// at every comma; N'...' loses every "N'" and "'" in it. True when the return value is 0 or below;

@@ -56,6 +56,10 @@ int DbConnection::State() const {
     return m_session ? 1 : 0;
 }
 
+bool DbConnection::isLost() const {
+    return m_session && m_session->isLost();
+}
+
 void DbConnection::Execute(const QString& sql) {
     session().run(sql);
 }

@@ -46,6 +46,8 @@ public:
     void Close();
     /// 1 = open, 0 = closed.
     int State() const;
+    /// Whether the server has gone while the connection was open. Known from the first failure that shows it.
+    bool isLost() const;
 
     /// Runs a text for its effect alone and drains every result of it.
     void Execute(const QString& sql);

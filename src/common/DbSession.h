@@ -43,6 +43,9 @@ public:
     /// Runs a call by position; fills return value and outputs.
     void call(const QString& procedure, std::vector<DbParameter>& parameters);
 
+    /// Whether a failure has shown that the server has gone.
+    bool isLost() const { return m_dead; }
+
 private:
     class Link {
     public:

@@ -25,25 +25,21 @@ bool PackagePlaces::isAt(const QString& rank, const QString& stand, const QStrin
 
 namespace {
 
-enum class Fill { Known, NoLocation, Failed };
-
 /// What is known of one location.
 struct LocationState {
     qint16 percent = 0;
     QString itemCode;
 
-    Fill read(clsMagWatch& data, const TagFields& tag) {
-        constexpr qint16 noLocation = -1;
+    /// False for a location without a row, and after a failure.
+    bool read(clsMagWatch& data, const TagFields& tag) {
         qint16 group = 0;
-        if (data.GetLocationPercent(tag.number(LocationField::Rank), tag.number(LocationField::Stand),
-                                    tag.number(LocationField::Shelf), tag.number(LocationField::Location),
-                                    percent, itemCode, group))
-            return Fill::Known;
-        return percent == noLocation ? Fill::NoLocation : Fill::Failed;
+        return data.GetLocationPercent(tag.number(LocationField::Rank), tag.number(LocationField::Stand),
+                                       tag.number(LocationField::Shelf), tag.number(LocationField::Location),
+                                       percent, itemCode, group);
     }
 };
 
-/// Empty after a failure.
+/// Empty when the server has gone.
 std::optional<MapSearch::Hits> greyLocations(const PackagePlaces& places, MapCanvas& canvas, PlanIcons& icons,
                                              clsMagWatch& data) {
     MapSearch::Hits hits;
@@ -55,12 +51,12 @@ std::optional<MapSearch::Hits> greyLocations(const PackagePlaces& places, MapCan
         const TagFields tag(picture.tag());
         const QString family = tag.at(LocationField::Family);
         LocationState state;
-        const Fill fill = state.read(data, tag);
-        // The next question would fail as well, each with a message of its own.
-        if (fill == Fill::Failed)
-            return std::nullopt;
-        if (fill == Fill::NoLocation)
+        if (!state.read(data, tag)) {
+            // Each further question would fail with a message of its own.
+            if (data.connectionIsLost())
+                return std::nullopt;
             continue;
+        }
         grey.follow(family, state.percent);
         const QString rank = tag.at(LocationField::Rank);
         const QString stand = tag.at(LocationField::Stand);

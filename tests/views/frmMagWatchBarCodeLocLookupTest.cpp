@@ -214,6 +214,21 @@ TEST_F(FrmMagWatchBarCodeLocLookup, ALocationThatTheDatabaseDoesNotHaveKeepsItsI
     EXPECT_EQ(messages.count(), 0) << qPrintable(messages.last().Text);
 }
 
+TEST_F(FrmMagWatchBarCodeLocLookup, AFailingQuestionLeavesItsLocationAndThePassGoesOn) {
+    run(QStringLiteral("alter table kolv_mag_Location_Item alter column GroupSur int NULL"));
+    run(
+        QStringLiteral("insert into kolv_mag_Location_Item (Rank,Stand,Shelf,Location,GroupSur) values "
+                       "(1,2,1,2,40000)"));
+    lookFor(QStringLiteral("2001"));
+    showOnPlan();
+    ASSERT_EQ(messages.count(), 1);
+    EXPECT_EQ(messages.last().Title, QStringLiteral("Error - clsMagWatch [GetLocationPercent]"));
+    const QStringList shown = locations().split(u' ');
+    EXPECT_EQ(shown.at(4), QStringLiteral("LA_P_30")) << "as the rebuild left it";
+    EXPECT_EQ(shown.at(5), QStringLiteral("LA_G_30"));
+    EXPECT_EQ(stands(), QStringLiteral("RR1_S_01 RR1_S_02 R2_S_01"));
+}
+
 TEST_F(FrmMagWatchBarCodeLocLookup, AServerThatIsGoneInTheGreyPassIsToldOnceAndTheRestStaysAsItWas) {
     lookFor(QStringLiteral("2001"));
     keepServerBusyWith(QStringLiteral("Rank = 1 and Stand = 2 and Location = 1"));
