@@ -12,6 +12,7 @@
 #include <sys/prctl.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <csignal>
 
 namespace regalon {
@@ -26,6 +27,35 @@ WordSetup& currentSetup() {
 QString programOf(const WordSetup& setup) {
     return setup.Program.isEmpty() ? QCoreApplication::applicationDirPath() + QStringLiteral("/regalon-label")
                                    : setup.Program;
+}
+
+/// Milliseconds that a killed process may take to go. One that the kernel holds longer, as in a read from a
+/// share that is gone, is left to it.
+constexpr int kEndTime = 5000;
+
+const QString kWorkspace = QStringLiteral("regalon-label-");
+
+/// Named after this program, so that one that comes later knows whose it was.
+QString workspaceTemplate() {
+    return Paths::machineTemporaryFolder() + u'/' + kWorkspace + QString::number(getpid()) +
+           QStringLiteral("-XXXXXX");
+}
+
+bool isGone(pid_t process) {
+    return ::kill(process, 0) != 0 && errno == ESRCH;
+}
+
+/// Removes what clients of this user left that were ended while they printed.
+void sweepWorkspaces() {
+    const QDir folder(Paths::machineTemporaryFolder());
+    const auto found =
+        folder.entryInfoList({kWorkspace + QStringLiteral("*-*")}, QDir::Dirs | QDir::NoSymLinks);
+    for (const QFileInfo& workspace : found) {
+        bool named = false;
+        const pid_t owner = workspace.fileName().section(u'-', 2, 2).toInt(&named);
+        if (named && owner > 0 && workspace.ownerId() == geteuid() && isGone(owner))
+            QDir(workspace.filePath()).removeRecursively();
+    }
 }
 
 /// A group of its own, so that what a macro starts can be ended with it; and the end of this program, even a
@@ -56,8 +86,8 @@ void WordApplication::setSetup(const WordSetup& setup) {
     currentSetup() = setup;
 }
 
-WordApplication::WordApplication()
-    : m_setup(currentSetup()), m_workspace(QDir::tempPath() + QStringLiteral("/regalon-label-XXXXXX")) {
+WordApplication::WordApplication() : m_setup(currentSetup()), m_workspace(workspaceTemplate()) {
+    sweepWorkspaces();
     if (!m_workspace.isValid())
         throw RunTimeError(RunTime::PathFileAccess, m_workspace.errorString() + u' ');
     start();
@@ -79,7 +109,8 @@ void WordApplication::start() {
     // Never a window, also where LibreOffice's graphical parts are installed.
     environment.insert(QStringLiteral("SAL_USE_VCLPLUGIN"), QStringLiteral("svp"));
     // Its own temporary files, which a killed one leaves, go with the workspace.
-    environment.insert(QStringLiteral("TMPDIR"), m_workspace.path());
+    for (const char* name : {"TMPDIR", "TEMP", "TMP"})
+        environment.insert(QString::fromLatin1(name), m_workspace.path());
     m_process.setProcessEnvironment(environment);
     m_process.setStandardErrorFile(QProcess::nullDevice());
     m_process.setChildProcessModifier([parent = getpid()] { bindToParent(parent); });
@@ -89,11 +120,14 @@ void WordApplication::start() {
             RunTime::CannotCreateObject,
             QStringLiteral("Nie ma programu drukującego etykiety: ") + programOf(m_setup) + u' ');
     }
+    m_group = static_cast<pid_t>(m_process.processId());
 }
 
 QString WordApplication::call(QLatin1String command, const QStringList& arguments) {
-    if (m_process.state() == QProcess::NotRunning)
+    if (m_process.state() == QProcess::NotRunning) {
+        kill();
         raiseGone();
+    }
     QJsonArray message{command};
     for (const QString& argument : arguments)
         message.append(argument);
@@ -123,12 +157,14 @@ QByteArray WordApplication::readLine() {
     return m_process.readLine();
 }
 
+/// Ends its group, also when it has gone by itself: what a macro has started may still run. The kernel gives
+/// the group's number to nobody else while it has members.
 void WordApplication::kill() {
-    const qint64 process = m_process.processId();
-    if (process == 0)
+    if (m_group == 0)
         return;
-    ::kill(static_cast<pid_t>(-process), SIGKILL);
-    m_process.waitForFinished(-1);
+    ::kill(-m_group, SIGKILL);
+    m_group = 0;
+    m_process.waitForFinished(kEndTime);
 }
 
 void WordApplication::Open(const QString& path, const QString& folder) {
@@ -163,8 +199,8 @@ void WordApplication::Close() {
 
 void WordApplication::Quit() {
     call(WordProtocol::quit);
-    if (!m_process.waitForFinished(m_setup.TimeLimit * 1000))
-        kill();
+    m_process.waitForFinished(m_setup.TimeLimit * 1000);
+    kill();
 }
 
 }  // namespace regalon

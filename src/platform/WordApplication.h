@@ -10,11 +10,14 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
+#include <sys/types.h>
+
 namespace regalon {
 
 /// The word processor that prints labels: LibreOffice, hidden, in a process of its own with a profile of its
-/// own (regalon-label). It is started by the constructor and ends with the object, whatever it is doing then;
-/// it also ends with this program. Nothing of it is loaded while no object of this class exists.
+/// own (regalon-label). It is started by the constructor and ends with the object, whatever it is doing then,
+/// and with it all that a macro has started; it also ends with this program. Nothing of it is loaded while no
+/// object of this class exists.
 ///
 /// Every call waits for its answer. Raises 429 where it cannot be started, 440 for what it reports, and 462
 /// when it has crashed, was killed, or has not answered within the time limit and therefore is killed.
@@ -54,6 +57,8 @@ private:
     WordSetup m_setup;
     QTemporaryDir m_workspace;
     QProcess m_process;
+    /// The process group of it and of what it starts; 0 before it is started and after its end.
+    pid_t m_group = 0;
 };
 
 }  // namespace regalon

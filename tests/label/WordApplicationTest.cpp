@@ -8,11 +8,14 @@
 
 #include <QDir>
 #include <QFile>
+#include <QProcess>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <csignal>
+#include <functional>
 
 namespace regalon {
 namespace {
@@ -24,7 +27,8 @@ protected:
         ASSERT_TRUE(QDir(root.path()).mkpath(QStringLiteral("Etykiety")));
         // Tests that run beside this one leave and take their files elsewhere.
         ASSERT_TRUE(QDir(root.path()).mkpath(QStringLiteral("tmp")));
-        qputenv("TMPDIR", QFile::encodeName(root.filePath(QStringLiteral("tmp"))));
+        for (const char* name : {"TMPDIR", "TEMP", "TMP"})
+            qputenv(name, QFile::encodeName(root.filePath(QStringLiteral("tmp"))));
         WordApplication::setSetup({});
     }
     void TearDown() override { WordApplication::setSetup({}); }
@@ -53,6 +57,34 @@ protected:
         return failureOf([&] { word.Run(macro, {QStringLiteral("1")}); });
     }
     static bool runs(qint64 process) { return ::kill(static_cast<pid_t>(process), 0) == 0; }
+    /// As runs(), for a process that is nobody's child here: one that its new parent has not yet taken note
+    /// of has ended.
+    static bool works(qint64 process) {
+        QFile status(QStringLiteral("/proc/%1/stat").arg(process));
+        if (!status.open(QIODevice::ReadOnly))
+            return false;
+        const QByteArray line = status.readAll();
+        return line.mid(line.lastIndexOf(')') + 2, 1) != "Z";
+    }
+    /// A line of a macro that starts a program which runs for ten minutes and leaves its number in a file.
+    QString startSleeper() const {
+        const QString script = root.filePath(QStringLiteral("sleeper"));
+        QFile file(script);
+        if (file.open(QIODevice::WriteOnly))
+            file.write("echo $$ >" + QFile::encodeName(numberFile()) + "\nexec sleep 600\n");
+        return QStringLiteral(
+                   "  Shell(\"/bin/sh\", 0, \"%1\", False)\n"
+                   "  Do While Not FileExists(\"%2\")\n    Wait 10\n  Loop\n")
+            .arg(script, numberFile());
+    }
+    QString numberFile() const { return root.filePath(QStringLiteral("number")); }
+    /// What the file says, once it is there.
+    qint64 number() const {
+        QFile file(numberFile());
+        EXPECT_TRUE(test::waitFor([&] { return file.size() > 0; }));
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        return file.readAll().trimmed().toLongLong();
+    }
     /// What this program and those that it starts have in the temporary folder.
     static QStringList temporaryFiles() {
         return QDir::temp().entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
@@ -211,6 +243,85 @@ TEST_F(WordApplicationTest, AMacroThatHangsIsEndedWithAllThatItStarted) {
     EXPECT_FALSE(runs(process));
     // Nobody is left in its group.
     EXPECT_TRUE(test::waitFor([&] { return !runs(-process); }));
+}
+
+TEST_F(WordApplicationTest, WhatAMacroHasStartedEndsWithAWordProcessorThatWasKilled) {
+    WordApplication word;
+    open(word, QStringLiteral("Sub Generate(a)\n") + startSleeper() +
+                   QStringLiteral(
+                       "  Shell(\"/bin/sh\", 0, \"-c 'kill -9 $PPID'\", True)\n  Wait 60000\nEnd Sub\n"));
+    const ErrorRecord error = failureOf([&] { word.Run(QStringLiteral("Generate"), {QStringLiteral("1")}); });
+    EXPECT_EQ(error.Number, RunTime::RemoteServerGone);
+    const qint64 sleeper = number();
+    ASSERT_GT(sleeper, 0);
+    EXPECT_TRUE(test::waitFor([&] { return !works(sleeper); }));
+}
+
+TEST_F(WordApplicationTest, WhatAMacroHasStartedEndsWithTheLabel) {
+    WordApplication word;
+    open(word, QStringLiteral("Sub Generate(a)\n") + startSleeper() + QStringLiteral("End Sub\n"));
+    word.Run(QStringLiteral("Generate"), {QStringLiteral("1")});
+    const qint64 sleeper = number();
+    ASSERT_GT(sleeper, 0);
+    EXPECT_TRUE(works(sleeper));
+    word.Close();
+    word.Quit();
+    EXPECT_TRUE(test::waitFor([&] { return !works(sleeper); }));
+}
+
+/// A client that is killed while a macro runs; leaves the number of its word processor.
+void dieWhilePrinting(const std::function<void(WordApplication&)>& openTemplate, const QString& numberFile) {
+    WordApplication word;
+    openTemplate(word);
+    QFile file(numberFile);
+    if (file.open(QIODevice::WriteOnly))
+        file.write(QByteArray::number(word.processId()));
+    file.close();
+    word.Run(QStringLiteral("Generate"), {QString::number(getpid())});
+}
+
+TEST_F(WordApplicationTest, AClientThatDiesTakesItsWordProcessorAlongAndTheNextOneClearsUp) {
+    const auto openTemplate = [this](WordApplication& word) {
+        open(word, QStringLiteral("Sub Generate(a)\n  Shell(\"/bin/kill\", 0, \"-9 \" & a, True)\n"
+                                  "  Do\n    Wait 10\n  Loop\nEnd Sub\n"));
+    };
+    EXPECT_EXIT(dieWhilePrinting(openTemplate, numberFile()), ::testing::KilledBySignal(SIGKILL), "");
+    const qint64 process = number();
+    ASSERT_GT(process, 0);
+    EXPECT_TRUE(test::waitFor([&] { return !works(process); }));
+    const QStringList left = temporaryFiles();
+    ASSERT_EQ(left.size(), 1);
+    {
+        const WordApplication next;
+        EXPECT_FALSE(temporaryFiles().contains(left.front()));
+        EXPECT_EQ(temporaryFiles().size(), 1);
+    }
+    EXPECT_EQ(temporaryFiles(), QStringList());
+}
+
+TEST_F(WordApplicationTest, OnlyWorkspacesOfClientsThatAreGoneAreCleared) {
+    // A process that has been waited for is gone.
+    QProcess gone;
+    gone.start(QStringLiteral("/bin/sleep"), {QStringLiteral("600")});
+    ASSERT_TRUE(gone.waitForStarted());
+    const QString number = QString::number(gone.processId());
+    gone.kill();
+    ASSERT_TRUE(gone.waitForFinished());
+    const QStringList kept{
+        QStringLiteral("other-%1-a").arg(number), QStringLiteral("regalon-label-%1-a").arg(getpid()),
+        QStringLiteral("regalon-label--%1-a").arg(number), QStringLiteral("regalon-label-x-a")};
+    const QString swept = QStringLiteral("regalon-label-%1-a").arg(number);
+    for (const QString& name : kept + QStringList(swept))
+        ASSERT_TRUE(QDir::temp().mkpath(name + QStringLiteral("/user")));
+    const QString link = QStringLiteral("regalon-label-%1-link").arg(number);
+    ASSERT_TRUE(QFile::link(folder(), QDir::temp().filePath(link)));
+    { const WordApplication word; }
+    QStringList expected = kept + QStringList(link);
+    expected.sort();
+    QStringList found = temporaryFiles();
+    found.sort();
+    EXPECT_EQ(found, expected) << qPrintable(found.join(u' '));
+    EXPECT_TRUE(QDir(folder()).exists());
 }
 
 TEST_F(WordApplicationTest, NothingIsLeftBesideTheTemplateOrInTheTemporaryFolder) {
