@@ -289,6 +289,22 @@ TEST_F(ClsMagCreate, DeletesOnlyAGroupThatNoLocationUses) {
               QStringLiteral("0"));
 }
 
+// Other than where a procedure decides, here 0 alone is success.
+TEST_F(ClsMagCreate, ThePrinterIsNamedOnlyWhereTheReturnValueIsZero) {
+    for (const auto& [answer, expected] : {std::pair{0, "Etykiety"}, {1, ""}, {-1, ""}}) {
+        ASSERT_TRUE(
+            warehouse.run({QStringLiteral("drop procedure dbo.Kolv_Get_PrintersName"),
+                           QStringLiteral("create procedure dbo.Kolv_Get_PrintersName @EtykietCodePrint int, "
+                                          "@PrintersName nvarchar(100) output as begin "
+                                          "set @PrintersName = N'Etykiety'; return %1; end")
+                               .arg(answer)}))
+            << qPrintable(warehouse.why());
+        warehouse.server.clearTrace();
+        EXPECT_EQ(data->GetPrintersName(100), QString::fromLatin1(expected)) << answer;
+        EXPECT_EQ(given("Kolv_Get_PrintersName", 1), words("100"));
+    }
+}
+
 // The report of a dead connection belongs to each routine anew, under the name that support knows.
 TEST_F(ClsMagCreate, FailuresAnswerTheDefaultsUnderTheNamesThatSupportKnows) {
     warehouse.server.kill();
@@ -322,7 +338,8 @@ TEST_F(ClsMagCreate, FailuresAnswerTheDefaultsUnderTheNamesThatSupportKnows) {
          [&] { return data->AddOrRemoveNewGroup(-1, QStringLiteral("x"), 1, message); }},
         {"AddSurOnGroup", [&] { return data->AddSurOnGroup(7, QString(), 1, message); }},
         {"ConfirmGroupUse", [&] { return data->ConfirmGroupUse(7); }},
-        {"DeleteGroupSur", [&] { return data->DeleteGroupSur(7); }}};
+        {"DeleteGroupSur", [&] { return data->DeleteGroupSur(7); }},
+        {"GetPrintersName", [&] { return !data->GetPrintersName(100).isEmpty(); }}};
     expectedMessages = static_cast<int>(routines.size());
     for (const auto& [report, routine] : routines) {
         EXPECT_FALSE(routine()) << report;
