@@ -9,9 +9,9 @@
 
 namespace regalon {
 
-/// The rows that a text left: its columns and then its rows, parted by tabs.
+/// The rows that a text left: its columns and then its rows.
 struct TextRows {
-    QStringList lines;
+    QList<QStringList> lines;
 };
 
 /// Makes operations of the command line out of the operations of the services: the signature of a method says
@@ -97,7 +97,7 @@ void eachParameter(std::tuple<std::decay_t<Parameters>...>& values, Input&& inpu
 inline void addLine(StockAnswer& answer, const QString& name, const QString& text) {
     if (name == u"Message")
         answer.reason = text;
-    answer.lines.append({name, text});
+    answer.lines.append({name, oneLine(text)});
 }
 inline void addLine(StockAnswer& answer, const QString& name, bool value) {
     answer.refused = !value;
@@ -105,11 +105,16 @@ inline void addLine(StockAnswer& answer, const QString& name, bool value) {
 }
 inline void addLine(StockAnswer& answer, const QString& name, const QStringList& array) {
     for (qsizetype i = 0; i < array.size(); ++i)
-        answer.lines.append({QStringLiteral("%1(%2)").arg(name).arg(i), array.at(i)});
+        answer.lines.append({QStringLiteral("%1(%2)").arg(name).arg(i), oneLine(array.at(i))});
 }
 inline void addLine(StockAnswer& answer, const QString&, const TextRows& rows) {
-    for (qsizetype i = 0; i < rows.lines.size(); ++i)
-        answer.lines.append({i == 0 ? QStringLiteral("Columns") : QStringLiteral("Row"), rows.lines.at(i)});
+    for (const QStringList& cells : rows.lines) {
+        QStringList printed;
+        for (const QString& cell : cells)
+            printed.append(oneLine(cell));
+        const bool first = &cells == &rows.lines.first();
+        answer.lines.append({first ? QStringLiteral("Columns") : QStringLiteral("Row"), printed.join(u'\t')});
+    }
 }
 /// Numbers have a decimal point, whatever the regional format.
 template <class Value>
@@ -125,9 +130,9 @@ void prepare(Value& value) {
         value.append(QString());
 }
 
-/// `names` are those of all fields, parted by blanks; `invoke` takes the services and the parameters.
-template <class Result, class... Parameters, class Invoke>
-StockOperation make(const QString& name, const char* names, Invoke invoke) {
+/// `names` are those of all fields, parted by blanks; `invoke` takes the service and the parameters.
+template <class Result, class... Parameters, class Service, class Invoke>
+StockOperation make(const QString& name, Service StockServices::*member, const char* names, Invoke invoke) {
     using Values = std::tuple<std::decay_t<Parameters>...>;
     StockOperation operation;
     operation.name = name;
@@ -142,8 +147,9 @@ StockOperation make(const QString& name, const char* names, Invoke invoke) {
         },
         [&](auto&) { operation.outputs.append(unused.takeFirst()); });
     Q_ASSERT(unused.isEmpty());
-    operation.run = [invoke, outputs = operation.outputs](StockServices& services,
-                                                          const QVariantList& given) {
+    operation.run = [invoke, member, outputs = operation.outputs](StockServices& services,
+                                                                  const QVariantList& given) {
+        Service& service = services.*member;
         Values values;
         qsizetype next = 0;
         eachParameter<Parameters...>(
@@ -151,13 +157,16 @@ StockOperation make(const QString& name, const char* names, Invoke invoke) {
             [](auto& field) { prepare(field); });
         StockAnswer answer;
         qsizetype output = 0;
-        const auto call = [&](auto&... value) { return invoke(services, value...); };
+        const auto call = [&](auto&... value) { return invoke(service, value...); };
         if constexpr (std::is_void_v<Result>)
             std::apply(call, values);
         else
             addLine(answer, outputs.at(output++), Result(std::apply(call, values)));
         eachParameter<Parameters...>(
             values, [](auto&) {}, [&](auto& field) { addLine(answer, outputs.at(output++), field); });
+        const QString message = service.takeMessage();
+        if (!outputs.contains(QStringLiteral("Message")))
+            answer.reason = message;
         return answer;
     };
     return operation;
@@ -167,20 +176,18 @@ StockOperation make(const QString& name, const char* names, Invoke invoke) {
 template <class Service, class Owner, class Result, class... Parameters>
 StockOperation method(const QString& name, Service StockServices::*service,
                       Result (Owner::*method)(Parameters...), const char* names) {
-    return make<Result, Parameters...>(name, names,
-                                       [service, method](StockServices& services, auto&... value) {
-                                           return ((services.*service).*method)(value...);
-                                       });
+    return make<Result, Parameters...>(name, service, names, [method](Service& called, auto&... value) {
+        return (called.*method)(value...);
+    });
 }
 
 /// One that needs more around it than its arguments.
 template <class Service, class Result, class... Parameters>
 StockOperation function(const QString& name, Service StockServices::*service,
                         Result (*function)(Service&, Parameters...), const char* names) {
-    return make<Result, Parameters...>(name, names,
-                                       [service, function](StockServices& services, auto&... value) {
-                                           return function(services.*service, value...);
-                                       });
+    return make<Result, Parameters...>(name, service, names, [function](Service& called, auto&... value) {
+        return function(called, value...);
+    });
 }
 
 }  // namespace StockCall

@@ -8,6 +8,14 @@
 
 namespace regalon {
 
+QString oneLine(QString text) {
+    return text.replace(u'\\', QStringLiteral("\\\\"))
+        .replace(u'\t', QStringLiteral("\\t"))
+        .replace(QStringLiteral("\r\n"), QStringLiteral("\\n"))
+        .replace(u'\n', QStringLiteral("\\n"))
+        .replace(u'\r', QStringLiteral("\\n"));
+}
+
 namespace {
 
 QString kindName(ArgumentKind kind) {

@@ -12,6 +12,10 @@ namespace regalon {
 
 struct StockServices;
 
+/// A text as it stands in one line of the output, and in one cell of it: line ends as \n, tabs as \t, a
+/// backslash twice.
+QString oneLine(QString text);
+
 enum class ArgumentKind { Int16, Int32, Number, Text };
 
 struct StockArgument {
@@ -20,10 +24,10 @@ struct StockArgument {
 };
 
 /// What a run of an operation gave: its result first, if it has one, and then its outputs, each with its
-/// name. An array or a result set has as many lines as elements.
+/// name. An array or a result set has as many lines as elements. The texts are as they are printed.
 struct StockAnswer {
     bool refused = false;  ///< the result was False
-    QString reason;        ///< the output Message
+    QString reason;        ///< the message of the procedure, whether it is an output or not
     QList<std::pair<QString, QString>> lines;
 };
 

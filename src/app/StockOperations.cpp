@@ -36,12 +36,12 @@ bool runText(Service& service, const QString& sql, TextRows& rows) {
     QStringList names;
     for (const DbColumn& column : table->columns)
         names.append(column.name);
-    rows.lines.append(names.join(u'\t'));
+    rows.lines.append(names);
     for (qsizetype row = 0; row < table->rowCount; ++row) {
         QStringList cells;
         for (qsizetype column = 0; column < table->columns.size(); ++column)
             cells.append(cell(table->at(row, column)));
-        rows.lines.append(cells.join(u'\t'));
+        rows.lines.append(cells);
     }
     return done;
 }

@@ -15,6 +15,7 @@
 #include <QProcess>
 #include <QTextStream>
 
+#include <algorithm>
 #include <cstdio>
 #include <memory>
 
@@ -34,15 +35,16 @@ struct Call {
     QVariantList values;
 };
 
+/// Tells on standard error, and answers the status.
 int fail(ExitStatus status, const QString& what) {
-    std::fputs((QStringLiteral("regalon-stock: ") + what + u'\n').toUtf8().constData(), stderr);
+    std::fputs((QStringLiteral("regalon-stock: ") + oneLine(what) + u'\n').toUtf8().constData(), stderr);
     return status;
 }
 
 void printHelp() {
     QTextStream out(stdout);
     out << "usage: regalon-stock [--keep-going] FILE OPERATION [ARGUMENT...]\n"
-           "       regalon-stock [--keep-going] FILE [--script SCRIPT]\n\n"
+           "       regalon-stock [--keep-going] [--script SCRIPT] FILE\n\n"
            "Runs operations of the document services on the connection that the connection file FILE names,\n"
            "and prints the result and the outputs of each, one a line, as \"name: value\".\n\n"
            "What is staged belongs to the connection and goes with it. A story of several operations is\n"
@@ -72,13 +74,6 @@ Call readCall(const QStringList& words) {
     return call;
 }
 
-QString oneLine(QString text) {
-    return text.replace(u'\\', QStringLiteral("\\\\"))
-        .replace(QStringLiteral("\r\n"), QStringLiteral("\\n"))
-        .replace(u'\n', QStringLiteral("\\n"))
-        .replace(u'\r', QStringLiteral("\\n"));
-}
-
 /// The operations on one connection.
 class Session {
 public:
@@ -106,12 +101,16 @@ public:
         const StockAnswer answer = call.operation->run(m_services, call.values);
         QTextStream out(stdout);
         for (const auto& [name, text] : answer.lines)
-            out << name << ": " << oneLine(text) << '\n';
+            out << name << ": " << text << '\n';
         out.flush();
         if (m_sink.count() > reported)
             return Failed;  // and has been reported; the result does not tell
-        if (!answer.refused)
+        if (!answer.refused) {
+            // A success may warn, and one without the output Message has said nothing of it yet.
+            if (!answer.reason.isEmpty() && !call.operation->outputs.contains(QStringLiteral("Message")))
+                fail(Done, call.operation->name + QStringLiteral(": ") + answer.reason);
             return Done;
+        }
         fail(Refused, call.operation->name + QStringLiteral(": ") +
                           (answer.reason.isEmpty() ? QStringLiteral("False") : answer.reason));
         return Refused;

@@ -57,6 +57,10 @@ qint16 DataClass::number(QAnyStringView column) const {
     return ToInt16(NullToValue(Recordset.Value(column), 0));
 }
 
+double DataClass::fraction(QAnyStringView column) const {
+    return ToDouble(NullToValue(Recordset.Value(column), 0));
+}
+
 bool DataClass::EcexProcedure(const QString& strSQL) {
     trap("EcexProcedure", [&] {
         Recordset.closeIfOpen();
@@ -66,6 +70,7 @@ bool DataClass::EcexProcedure(const QString& strSQL) {
 }
 
 void DataClass::bindProcedure(const QString& procedure) {
+    m_message.clear();
     Command.setActiveConnection(mainConnection(m_context));
     Command.setCommandType(DbCommand::storedProcedure);
     Command.setCommandText(procedure);
@@ -86,7 +91,14 @@ QVariant DataClass::parameterFromEnd(int place) {
 }
 
 ProcedureOutcome DataClass::outcome() {
-    return {ToInt16(Command.Parameters().Item(0).Value()), ToText(NullToValue(parameterFromEnd(1)))};
+    DbParameters& parameters = Command.Parameters();
+    const DbParameter& last = parameters.Item(parameters.Count() - 1);
+    const QString message = ToText(NullToValue(last.Value()));
+    const qint16 returned = ToInt16(parameters.Item(0).Value());
+    // What merely went in says nothing.
+    if (last.info().output)
+        m_message = message;
+    return {returned, message};
 }
 
 ProcedureOutcome DataClass::callProcedure(const QString& procedure, Inputs inputs) {

@@ -45,6 +45,10 @@ public:
     /// strErrDesc.
     bool EcexProcedureParam(const QString& strSQL, QString& strErrDesc);
 
+    /// Hands over what the last call left in the last parameter, for callers of routines that give no message
+    /// out: "" if the procedure has no output there, after a failure, and the second time.
+    QString takeMessage() { return std::exchange(m_message, QString()); }
+
 protected:
     DataClass(AppContext& context, QString reportName);
     ~DataClass() = default;
@@ -60,9 +64,11 @@ protected:
     /// The opening steps of a keyed read: closes what the last read left open, then opens the text. Throws.
     void openRead(const QString& sql);
 
-    /// A column of the row that Recordset stands on: as text, and as a 16-bit number with 0 for NULL. Throws.
+    /// A column of the row that Recordset stands on: as text, and as a 16-bit number or a fraction with 0 for
+    /// NULL. Throws.
     QString text(QAnyStringView column, const QString& fallback = QString()) const;
     qint16 number(QAnyStringView column) const;
+    double fraction(QAnyStringView column) const;
 
     /// Binds Command to the procedure and takes its parameter list. Throws.
     void bindProcedure(const QString& procedure);
@@ -94,6 +100,7 @@ protected:
 private:
     AppContext& m_context;
     QString m_reportName;
+    QString m_message;
 };
 
 }  // namespace regalon

@@ -34,9 +34,13 @@ bool DocumentService::AddSurOnLocation(qint32 DocEntry, qint16 LineNum, const QS
 
 bool DocumentService::CheckExistRecordOnAdd(qint16 UserSign) {
     return hasRows("CheckExistRecordOnAdd",
-                   QStringLiteral("select top 1 1 from Kolv_Mag_BarCode_Input_Sur_tym(nolock)"
-                                  " where HostName = host_name() AND SPID = -@@SPID AND USerSign = ") +
-                       SqlNumber(int{UserSign}));
+                   QStringLiteral("select top 1 1 from Kolv_Mag_BarCode_Input_Sur_tym(nolock)") +
+                       ofThisKey(u"USerSign", UserSign));
+}
+
+QString DocumentService::ofThisKey(QStringView userColumn, qint16 UserSign) {
+    return QStringLiteral(" where HostName = host_name() AND SPID = -@@SPID AND %1 = ").arg(userColumn) +
+           SqlNumber(int{UserSign});
 }
 
 bool DocumentService::stagePackage(QAnyStringView routine, const QString& procedure,

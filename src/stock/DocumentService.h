@@ -43,6 +43,10 @@ protected:
     using Proposals::Proposals;
     ~DocumentService() = default;
 
+    /// The condition that a row belongs to this workstation, this connection and a user. The column of the
+    /// user is spelled as each statement spells it.
+    static QString ofThisKey(QStringView userColumn, qint16 UserSign);
+
     bool stagePackage(QAnyStringView routine, const QString& procedure, const OrderPackage& package);
 };
 

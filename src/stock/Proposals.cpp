@@ -1,7 +1,6 @@
 #include "stock/Proposals.h"
 
 #include "common/modSQL.h"
-#include "platform/Convert.h"
 
 namespace regalon {
 
@@ -15,14 +14,11 @@ bool Proposals::LoadParamFormLocationChange(qint16 ID, qint16 IDCodeBar, Proposa
                  SqlNumber(int{ID}) + QStringLiteral(" AND A.IDCodeBar = ") + SqlNumber(int{IDCodeBar}));
         if (Recordset.Eof())
             return;
-        const auto quantity = [this](QAnyStringView column) {
-            return ToDouble(NullToValue(Recordset.Value(column), 0));
-        };
         line = {.ItemCode = text("ItemCode"),
                 .ItemName = text("ItemName"),
                 .BarCode = text("BarCode"),
-                .Quantity = quantity("Quantity"),
-                .QuantityAdd = quantity("QuantityAdd")};
+                .Quantity = fraction("Quantity"),
+                .QuantityAdd = fraction("QuantityAdd")};
         found = true;
     });
     if (!done)

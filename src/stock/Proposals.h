@@ -22,7 +22,7 @@ struct ProposalLine {
 class Proposals : public Staging<DocumentNumbers> {
 public:
     /// Reads one proposal. ID and IDCodeBar alone find it, whoever staged it. False and an untouched line
-    /// when there is none.
+    /// when there is none, false and an empty line after a failure.
     bool LoadParamFormLocationChange(qint16 ID, qint16 IDCodeBar, ProposalLine& line);
 
     /// Takes another proposal for its package.

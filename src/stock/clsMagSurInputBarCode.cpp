@@ -41,8 +41,7 @@ qint32 clsMagSurInputBarCode::GetDocYear(qint32 DocEntry) {
     return done ? year : -1;
 }
 
-// The number of the document comes in before its entry and goes out behind it. Swapped back, each would end
-// in the parameter of the other.
+// The arguments come with the number of the document first, the parameters with its entry first.
 qint32 clsMagSurInputBarCode::GetLastNumberCode(qint16 Year, qint32 DocNum, qint32 DocEntry, qint16 LineNum) {
     qint32 last = -1;
     trap("GetLastNumberCode", [&] {
@@ -76,12 +75,9 @@ bool clsMagSurInputBarCode::GetParamItemCode(const QString& ItemCode, PackingDat
                  SqlText(ItemCode));
         if (Recordset.Eof())
             return;
-        const auto size = [this](QAnyStringView column) {
-            return ToDouble(NullToValue(Recordset.Value(column), 0));
-        };
-        packing = {.Blength1 = size("Blength1"),
-                   .Bwidth1 = size("Bwidth1"),
-                   .BHeight1 = size("BHeight1"),
+        packing = {.Blength1 = fraction("Blength1"),
+                   .Bwidth1 = fraction("Bwidth1"),
+                   .BHeight1 = fraction("BHeight1"),
                    .PurPackUn = number("PurPackUn"),
                    .PurPackMsr = text("PurPackMsr")};
         found = true;

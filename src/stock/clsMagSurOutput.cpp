@@ -8,8 +8,6 @@ namespace regalon {
 
 namespace {
 
-const QString kOfThisKey = QStringLiteral(" where HostName = host_name() AND SPID = -@@SPID AND %1 = ");
-
 void grow(QStringList& array, const QString& value) {
     if (array.isEmpty())
         throw RunTimeError(RunTime::SubscriptOutOfRange);
@@ -49,8 +47,8 @@ bool clsMagSurOutput::AddBarCodeOnTemp(const GivenOutPackage& package, QString& 
 }
 
 // The number stands before the message, which is the last output as everywhere. A negative return is a
-// refusal here, where elsewhere it would be a success: nobody may take a document for made that has no
-// number.
+// refusal here, where elsewhere it would be a success. A procedure that succeeds without a number is taken at
+// its word: true, and the number 0.
 bool clsMagSurOutput::GiveOutSurOnMag(const GiveOut& order, QString& Message, qint32& GiveOutDocNum) {
     bool given = false;
     trap("GiveOutSurOnMag", [&] {
@@ -73,11 +71,11 @@ bool clsMagSurOutput::GiveOutSurOnMag(const GiveOut& order, QString& Message, qi
 bool clsMagSurOutput::TestExistsDataOnTmpOutput(qint16 UserSign) {
     return hasRows("TestExistsDataOnTmpOutput",
                    QStringLiteral("select top 1 1 from Kolv_Mag_BarCode_Output_Sur_tym(nolock)") +
-                       kOfThisKey.arg(u"USerSign") + SqlNumber(int{UserSign}));
+                       ofThisKey(u"USerSign", UserSign));
 }
 
 bool clsMagSurOutput::TestExistsDataTemPurhcaseAndItemCodeGiveOut(qint16 UserSign) {
-    const QString ofUser = kOfThisKey.arg(u"UserSign") + SqlNumber(int{UserSign});
+    const QString ofUser = ofThisKey(u"UserSign", UserSign);
     return hasRows("TestExistsDataTemPurhcaseAndItemCodeGiveOut",
                    QStringLiteral("select top 1 1  from ##Temp_mag_PurchesOrders_GiveOut(nolock)") + ofUser +
                        QStringLiteral(" Union All") +

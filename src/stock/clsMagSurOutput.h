@@ -34,9 +34,9 @@ struct GiveOut {
 /// The service of goods-out: collects the orders and materials that are given out to manufacturing, stages
 /// packages, gives them out and reads the printed list.
 ///
-/// Arrays come in with at least one element and grow: a value goes into the last element, behind a new one if
-/// element 0 is not empty. An array of one empty element therefore ends with the rows read and nothing else.
-/// The methods that fill arrays answer true also after a failure, which they report.
+/// Arrays come in with at least one element and grow: a value goes into the last element, and into a new one
+/// behind it if element 0 is not empty. An array of one empty element therefore ends with the rows read and
+/// nothing else. The methods that fill arrays answer true also after a failure, which they report.
 class clsMagSurOutput : public DocumentService {
 public:
     explicit clsMagSurOutput(AppContext& context);

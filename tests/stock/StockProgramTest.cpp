@@ -64,6 +64,22 @@ protected:
     Outcome feed(const QString& script, const QStringList& options = {}) {
         return runStock(options + QStringList(warehouse.connectFile()), script);
     }
+    /// Stages a package of goods-in of order 240113.
+    static QStringList stagingOf(const QString& user, const QString& DocNum = u"240113"_s) {
+        return {u"clsMagSurImput.AddBarCodeOnTemp"_s,
+                u"1113"_s,
+                DocNum,
+                u"0"_s,
+                u"2024240113000001"_s,
+                u"300"_s,
+                user,
+                u"1"_s,
+                u"-1"_s,
+                u"N"_s,
+                u"GR-PP-001"_s,
+                u"P"_s,
+                u"I"_s};
+    }
     QString writeScript(const QString& text) {
         QFile file(warehouse.folder() + u"/script"_s);
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
@@ -210,6 +226,61 @@ TEST_F(StockProgram, ARefusalPrintsTheProceduresMessage) {
     EXPECT_EQ(run({u"clsMagSurImput.CheckExistRecordOnAdd"_s, u"2"_s}).status, Refused);
 }
 
+TEST_F(StockProgram, ARefusalTellsTheMessageThatIsNoOutput) {
+    const Outcome package = run(stagingOf(u"2"_s, u"240114"_s));
+    EXPECT_EQ(package.status, Refused);
+    EXPECT_EQ(package.output, u"Result: False\n"_s);
+    EXPECT_EQ(
+        package.error,
+        u"regalon-stock: clsMagSurImput.AddBarCodeOnTemp: Zamówienie o identyfikatorze 1113 ma numer 240113, a nie 240114.\n"_s);
+
+    const QString save =
+        u"clsMagSurInputBarCode.SaveBarCode 2024 240113 1113 1 %1 2024240113010001 2 GR-AB-003\n"_s;
+    const Outcome code = feed(save.arg(1) + save.arg(2));
+    EXPECT_EQ(code.status, Refused);
+    EXPECT_EQ(code.values(u"Result"_s), QStringList({u"True"_s, u"False"_s}));
+    EXPECT_EQ(code.error,
+              u"regalon-stock: clsMagSurInputBarCode.SaveBarCode: Kod „2024240113010001” jest "
+              "już nadany.\n"_s);
+}
+
+TEST_F(StockProgram, ARefusalWithoutAMessageDoesNotTellThatOfAnEarlierCall) {
+    const Outcome outcome =
+        feed(stagingOf(u"2"_s, u"240114"_s).join(u' ') + u"\nclsMagSurImput.CheckExistRecordOnAdd 2\n"_s,
+             {u"-k"_s});
+    EXPECT_TRUE(outcome.error.endsWith(u"\nregalon-stock: clsMagSurImput.CheckExistRecordOnAdd: False\n"))
+        << qPrintable(outcome.error);
+}
+
+TEST_F(StockProgram, AWarningThatIsNoOutputIsToldAndIsASuccess) {
+    QProcess other;
+    other.start(QStringLiteral(REGALON_BINARY_DIR "/bin/regalon-stock"), {warehouse.connectFile()});
+    other.write((stagingOf(u"3"_s).join(u' ') + u'\n').toUtf8());
+    ASSERT_TRUE(other.waitForReadyRead(30000));
+    const Outcome outcome = run(stagingOf(u"2"_s));
+    EXPECT_EQ(outcome.status, Done);
+    EXPECT_EQ(outcome.output, u"Result: True\n"_s);
+    EXPECT_TRUE(outcome.error.startsWith(u"regalon-stock: clsMagSurImput.AddBarCodeOnTemp: ") &&
+                outcome.error.contains(u"2024240113000001"))
+        << qPrintable(outcome.error);
+    EXPECT_EQ(finish(other, QString()).error, QString()) << "who came first was not warned";
+}
+
+TEST_F(StockProgram, LineEndsAndTabsOfAValueKeepToTheirLineAndCell) {
+    EXPECT_EQ(run({u"clsMagSurContent.EcexProcedure"_s,
+                   u"select N'a\tb' as Tab, N'c\r\nd\ne' as Ends, N'f\\g' as Slash"_s})
+                  .output,
+              u"Result: True\nColumns: Tab\tEnds\tSlash\nRow: a\\tb\tc\\nd\\ne\tf\\\\g\n"_s);
+    ASSERT_EQ(run({u"clsMagSurContent.EcexProcedure"_s,
+                   u"create procedure site_Refuse @ErrDesc nvarchar(250) output as begin set @ErrDesc = "
+                   "N'one' + nchar(13) + nchar(10) + N'two'; return 1; end"_s})
+                  .status,
+              Done);
+    const Outcome refused = run({u"clsMagSurImput.EcexProcedureParam"_s, u"exec site_Refuse NULL"_s});
+    EXPECT_EQ(refused.output, u"Result: False\nMessage: one\\ntwo\n"_s);
+    EXPECT_EQ(refused.error, u"regalon-stock: clsMagSurImput.EcexProcedureParam: one\\ntwo\n"_s);
+}
+
 TEST_F(StockProgram, AFailureGoesToStandardErrorUnderTheNameThatSupportKnows) {
     const Outcome outcome = run({u"clsMagSurImput.EcexProcedure"_s, u"select * from nowhere"_s});
     EXPECT_EQ(outcome.status, Failed);
@@ -265,6 +336,51 @@ TEST_F(StockProgram, AScriptFileIsReadWholeBeforeItsFirstLineRuns) {
     EXPECT_TRUE(outcome.error.contains(u"line 3: ")) << qPrintable(outcome.error);
     EXPECT_EQ(outcome.output, QString());
     EXPECT_EQ(traced(), 0);
+}
+
+TEST_F(StockProgram, EveryUsageLineOfTheHelpRunsAsItStands) {
+    const QString script = writeScript(u"clsMagSurImput.GetDocNum 1113\n"_s);
+    auto usage =
+        QRegularExpression(u"^(?:usage:)? +regalon-stock (.*)$"_s, QRegularExpression::MultilineOption)
+            .globalMatch(runStock({u"--help"_s}).output);
+    int lines = 0;
+    for (; usage.hasNext(); ++lines) {
+        QString line = usage.next().captured(1);
+        line.remove(QRegularExpression(u"[\\[\\]]|\\.\\.\\."_s));
+        QStringList words = line.split(u' ', Qt::SkipEmptyParts);
+        const QHash<QString, QString> meant{{u"FILE"_s, warehouse.connectFile()},
+                                            {u"SCRIPT"_s, script},
+                                            {u"OPERATION"_s, u"clsMagSurImput.GetDocNum"_s},
+                                            {u"ARGUMENT"_s, u"1113"_s}};
+        for (QString& word : words)
+            word = meant.value(word, word);
+        const Outcome outcome = runStock(words);
+        EXPECT_EQ(outcome.status, Done) << qPrintable(line + u": "_s + outcome.error);
+        EXPECT_EQ(outcome.output, u"Result: 240113\n"_s);
+    }
+    EXPECT_EQ(lines, 2);
+}
+
+TEST_F(StockProgram, TheExampleOfTheDocumentRuns) {
+    QFile file(QStringLiteral(REGALON_SOURCE_DIR "/docs/regalon-stock.md"));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QString document = QString::fromUtf8(file.readAll());
+    const auto block =
+        QRegularExpression(u"^    # goods-in.*\\n(?:    .*\\n)+"_s, QRegularExpression::MultilineOption)
+            .match(document);
+    ASSERT_TRUE(block.hasMatch());
+    const Outcome outcome = feed(block.captured(0));
+    EXPECT_EQ(outcome.status, Done) << qPrintable(outcome.error);
+    EXPECT_EQ(outcome.error, QString());
+    EXPECT_EQ(outcome.values(u"ReturnValue"_s), QStringList(u"0"_s));
+    const QString put =
+        QRegularExpression(u"AddSurOnLocation \\d+ \\d+ \\d+ \\d{8}(\\d{6})"_s).match(document).captured(1);
+    EXPECT_EQ(run({u"clsMagSurContent.EcexProcedure"_s,
+                   u"select right(N'0' + cast(Rank as nvarchar(2)), 2) + right(N'0' + cast(Stand as "
+                   "nvarchar(2)), 2) + cast(Shelf as nvarchar(1)) + cast(Location as nvarchar(1)) from "
+                   "Kolv_Mag_BarCode_Sur where BarCode = N'2024240113000001'"_s})
+                  .values(u"Row"_s),
+              QStringList(put));
 }
 
 TEST_F(StockProgram, AScriptEndsAtTheFirstRefusalUnlessItIsToKeepGoing) {
