@@ -3,6 +3,7 @@
 #include "barcode/BarcodeForm.h"
 #include "barcode/Zbar.h"
 #include "barcode/clsEan128.h"
+#include "barcode/clsEan13.h"
 #include "common/DbGateway.h"
 #include "platform/Convert.h"
 #include "stock/ServiceDesk.h"
@@ -69,6 +70,12 @@ protected:
             "nvarchar(9)) + N' ' + cast(Location as nvarchar(9)), N'-') + N' ' + Active from "
             "Kolv_Mag_BarCode_Sur where BarCode = N'%1'"_s.arg(BarCode));
     }
+    QString labelOfPlace(const QString& BarCode) {
+        const QStringList place = placeOf(BarCode).split(u' ');
+        if (place.size() != 5)
+            return place.join(u' ');
+        return labelOf(place[0].toInt(), place[1].toInt(), place[2].toInt(), place[3].toInt());
+    }
     /// The letters of a package's bookings, in their order.
     QString history(const QString& BarCode) {
         return warehouse.value(
@@ -76,39 +83,78 @@ protected:
             "where BarCode = N'%1'"_s.arg(BarCode));
     }
 
-    /// The proposed places of a package, best first, as labels. Reads them as a list does.
+    /// What a list of proposals shows of a package, as labels of locations.
+    struct Proposed {
+        QStringList places;  ///< where it may go, best first
+        QStringList marked;  ///< which of them the list calls the proposed one
+    };
+
+    /// Reads the proposals of a package as a list does.
     template <class Service>
-    QStringList proposed(Service& service, const QString& Operation, const QString& BarCode) {
+    Proposed proposed(Service& service, const QString& Operation, const QString& BarCode) {
         const QString text =
             u"exec Kolv_mag_Watch_Prop_Location %1,N'P',N'%2',%3,NULL"_s.arg(kUser).arg(Operation);
         EXPECT_TRUE(service.EcexProcedureParam(text.arg(0), message)) << qPrintable(message);
         EXPECT_TRUE(service.EcexProcedure(text.arg(1)));
         const std::shared_ptr<const DbTable> rows = service.rows().table();
-        QStringList places;
+        Proposed found;
         for (qsizetype row = 0; row < rows->rowCount; ++row) {
             const auto fromEnd = [&](qsizetype column) {
                 return rows->at(row, rows->columns.size() - column);
             };
             const QString status = ToText(fromEnd(3));
-            if (ToText(fromEnd(6)) == BarCode && (status == u"D" || status == u"C"))
-                places.append(labelOf(ToInt16(fromEnd(10)), ToInt16(fromEnd(9)), ToInt16(fromEnd(8)),
-                                      ToInt16(fromEnd(7))));
+            if (ToText(fromEnd(6)) != BarCode || (status != u"D" && status != u"C"))
+                continue;
+            found.places.append(
+                labelOf(ToInt16(fromEnd(10)), ToInt16(fromEnd(9)), ToInt16(fromEnd(8)), ToInt16(fromEnd(7))));
+            if (ToText(fromEnd(2)).startsWith(u"Proponowana"))
+                found.marked.append(found.places.last());
         }
-        return places;
+        return found;
     }
 
-    /// Steps 4 to 9 of a goods-in, which a return goes through as well: every package to its best place.
+    /// Has places proposed for what is staged, the best of a package being the proposed one.
+    template <class Service>
+    void propose(Service& service, const QString& Operation, const QStringList& BarCodes) {
+        EXPECT_TRUE(service.CheckExistRecordOnAdd(kUser));
+        ASSERT_TRUE(service.ConfirmPropozytionLocation(kUser, kP, Operation, message)) << qPrintable(message);
+        for (const QString& BarCode : BarCodes) {
+            const Proposed found = proposed(service, Operation, BarCode);
+            ASSERT_FALSE(found.places.isEmpty()) << qPrintable(BarCode);
+            EXPECT_EQ(found.marked, QStringList(found.places.first()));
+        }
+    }
+
+    /// The user takes the last place of a package instead of the proposed one. Answers its label.
+    template <class Service>
+    QString takeTheLastPlace(Service& service, const QString& Operation, const OrderPackage& package) {
+        const Proposed before = proposed(service, Operation, package.BarCode);
+        EXPECT_TRUE(service.EcexProcedure(
+            u"select top 1 A.ID,A.IDCodeBar from ##Temp_Prop_Location A(nolock) inner join "
+            "##Temp_Prop_Location_BarCode B(nolock) ON A.IDCodeBar = B.IDCodeBar where B.BarCode = N'%1' and "
+            "A.Status in (N'D',N'C') order by A.ID desc"_s.arg(package.BarCode)));
+        const qint16 id = ToInt16(service.rows().Value("ID"));
+        const qint16 idCodeBar = ToInt16(service.rows().Value("IDCodeBar"));
+        ProposalLine line;
+        EXPECT_TRUE(service.LoadParamFormLocationChange(id, idCodeBar, line));
+        EXPECT_EQ(line.ItemCode, package.ItemCode);
+        EXPECT_EQ(line.BarCode, package.BarCode);
+        EXPECT_EQ(line.Quantity, package.Quantity);
+        EXPECT_TRUE(service.ChangeLocationOnAddSur(kUser, id, idCodeBar));
+        const Proposed after = proposed(service, Operation, package.BarCode);
+        EXPECT_EQ(after.places, before.places);
+        EXPECT_EQ(after.marked, QStringList(before.places.last()));
+        EXPECT_NE(after.marked, before.marked);
+        return before.places.last();
+    }
+
+    /// Books what is staged into the buffer and puts every package on the place that its list proposes.
     template <class Service>
     void bookAndPutAway(Service& service, const QString& Operation, qint32 DocEntry, qint16 LineNum,
                         const QStringList& BarCodes) {
-        EXPECT_TRUE(service.CheckExistRecordOnAdd(kUser));
-        ASSERT_TRUE(service.ConfirmPropozytionLocation(kUser, kP, Operation, message)) << qPrintable(message);
         QStringList targets;
-        for (const QString& BarCode : BarCodes) {
-            const QStringList places = proposed(service, Operation, BarCode);
-            ASSERT_FALSE(places.isEmpty()) << qPrintable(BarCode);
-            targets.append(places.first());
-        }
+        for (const QString& BarCode : BarCodes)
+            targets.append(proposed(service, Operation, BarCode).marked.value(0));
         qint16 returned = 99;
         ASSERT_TRUE(service.AddSurOnMag(kUser, kP, Operation, returned, message)) << qPrintable(message);
         EXPECT_EQ(returned, 0);
@@ -117,22 +163,23 @@ protected:
             ASSERT_TRUE(service.AddSurOnLocation(DocEntry, LineNum, BarCodes[i], targets[i], kUser, Operation,
                                                  message))
                 << qPrintable(message);
-            const QStringList place = placeOf(BarCodes[i]).split(u' ');
-            ASSERT_EQ(place.size(), 5);
-            EXPECT_EQ(labelOf(place[0].toInt(), place[1].toInt(), place[2].toInt(), place[3].toInt()),
-                      targets[i]);
+            EXPECT_EQ(labelOfPlace(BarCodes[i]), targets[i]);
         }
         EXPECT_TRUE(service.ClearBarCodeOnTemp(kUser, 0, kP, Operation));
         EXPECT_FALSE(service.CheckExistRecordOnAdd(kUser));
     }
 
-    /// Draws codes as labels, and reads them with a scanner's eye.
+    /// Draws codes as labels, those of 13 digits as a supplier prints them, and reads them with a scanner's
+    /// eye.
     QStringList scanned(const QStringList& codes) {
         const QTemporaryDir folder;
         QStringList files;
         for (const QString& code : codes) {
             test::BarcodeForm label;
-            EXPECT_TRUE(clsEan128().PrintCodeEan128C(&label.form, code, 20, 5, 40, 2, 8));
+            if (code.size() == 13)
+                EXPECT_TRUE(clsEan13().PrintCodeEan13(&label.form, code.left(12), 20, 5, 40, 2, 8));
+            else
+                EXPECT_TRUE(clsEan128().PrintCodeEan128C(&label.form, code, 20, 5, 40, 2, 8));
             files.append(folder.filePath(code + u".png"_s));
             EXPECT_TRUE(label.image().save(files.last()));
         }
@@ -158,7 +205,7 @@ TEST_F(DocumentStories, GoodsInOfAPurchaseOrderWithDrawnBarcodes) {
     EXPECT_TRUE(service.ClearBarCodeOnTemp(kUser, 0, kP, kI));
     const qint32 number = service.GetDocNum(entry);
     EXPECT_EQ(number, 240113);
-    const QStringList printed{u"2024240113000001"_s, u"2024240113000002"_s, u"2024240113000003"_s};
+    const QStringList printed{u"2024240113000001"_s, u"5901234123457"_s, u"2024240113000003"_s};
     const QStringList codes = scanned(printed);
     ASSERT_EQ(codes, printed) << "what the scanner reads is what was encoded";
     OrderPackage package{.DocEntry = entry,
@@ -182,23 +229,12 @@ TEST_F(DocumentStories, GoodsInOfAPurchaseOrderWithDrawnBarcodes) {
     EXPECT_TRUE(service.AddBarCodeOnTemp(package)) << "the third is taken out again";
     expectBalance(item, 0);
 
-    // The user takes another of the proposals.
-    ASSERT_TRUE(service.ConfirmPropozytionLocation(kUser, kP, kI, message)) << qPrintable(message);
-    ASSERT_FALSE(proposed(service, kI, codes[0]).isEmpty());
-    ASSERT_TRUE(service.EcexProcedure(
-        u"select top 1 A.ID,A.IDCodeBar from ##Temp_Prop_Location A(nolock) inner join "
-        "##Temp_Prop_Location_BarCode B(nolock) ON A.IDCodeBar = B.IDCodeBar where B.BarCode = N'%1' and "
-        "A.Status in (N'D',N'C') order by A.ID desc"_s.arg(codes[0])));
-    const qint16 id = ToInt16(service.rows().Value("ID"));
-    const qint16 idCodeBar = ToInt16(service.rows().Value("IDCodeBar"));
-    ProposalLine line;
-    EXPECT_TRUE(service.LoadParamFormLocationChange(id, idCodeBar, line));
-    EXPECT_EQ(line.ItemCode, item);
-    EXPECT_EQ(line.BarCode, codes[0]);
-    EXPECT_EQ(line.Quantity, 300);
-    EXPECT_TRUE(service.ChangeLocationOnAddSur(kUser, id, idCodeBar));
-
-    bookAndPutAway(service, kI, entry, 0, codes.mid(0, 2));
+    const QStringList staged = codes.mid(0, 2);
+    ASSERT_NO_FATAL_FAILURE(propose(service, kI, staged));
+    package.BarCode = codes[0];
+    const QString taken = takeTheLastPlace(service, kI, package);
+    ASSERT_NO_FATAL_FAILURE(bookAndPutAway(service, kI, entry, 0, staged));
+    EXPECT_EQ(labelOfPlace(codes[0]), taken);
     expectBalance(item, 600);
     EXPECT_EQ(history(codes[0]), u"IL"_s);
     EXPECT_EQ(history(codes[1]), u"IL"_s);
@@ -238,6 +274,13 @@ TEST_F(DocumentStories, BarcodesOfAnOrdersLine) {
     }
     EXPECT_EQ(service.GetQuantityBarCode(entry, 1), 501) << "two packages of 250.5";
     EXPECT_EQ(service.GetIconLineStatus(entry, 1, kUser, message), 1) << qPrintable(message);
+    EXPECT_EQ(
+        warehouse.value(
+            u"select string_agg(cast(NumberCode as nvarchar(9)) + N' ' + BarCode + N' ' + cast(YearCode as "
+            "nvarchar(9)) + N' ' + cast(DocNum as nvarchar(9)) + N' ' + ItemCode + N' ' + cast(UserSign as "
+            "nvarchar(9)), N', ') within group (order by NumberCode) from Kolv_Mag_BarCode_Sur_Code where "
+            "DocEntry = 1113 and LineNum = 1"_s),
+        u"1 2024240113010001 2024 240113 GR-AB-003 2, 2 2024240113010002 2024 240113 GR-AB-003 2"_s);
     expectBalance(item, 0);
 }
 
@@ -331,6 +374,12 @@ protected:
                                              .Aplication = kP},
                                             message, document))
             << qPrintable(message);
+        EXPECT_EQ(warehouse.value(
+                      u"select cast(DocEntryProd as nvarchar(9)) + N' ' + cast(DocNumProd as nvarchar(9)) + "
+                      "N' ' + cast(LineNumProd as nvarchar(9)) + N' ' + cast(UserSign as nvarchar(9)) + N' ' "
+                      "+ cast(UserSignGiveOut as nvarchar(9)) from Kolv_Mag_GiveOut where GiveOutDocNum = "
+                      "%1"_s.arg(document)),
+                  u"%1 %2 0 %3 %4"_s.arg(production).arg(number).arg(kUser).arg(kReceiver));
         QStringList lines{QString()};
         QStringList codes{QString()};
         EXPECT_TRUE(service.GetDataGivOutListPrint(document, lines, codes));
@@ -385,8 +434,13 @@ TEST_F(GiveOutStories, AReturnFromManufacturingWithASmallerQuantity) {
         returning(package, service.GetDocNum(package.DocEntry), confirmed)));
     EXPECT_EQ(warehouse.value(u"select BarCode from Kolv_Mag_BarCode_Input_Sur_tym where Operation = N'R'"_s),
               package.BarCode);
-    bookAndPutAway(service, kR, package.DocEntry, package.LineNum, {package.BarCode});
+    ASSERT_NO_FATAL_FAILURE(propose(service, kR, {package.BarCode}));
+    ASSERT_NO_FATAL_FAILURE(
+        bookAndPutAway(service, kR, package.DocEntry, package.LineNum, {package.BarCode}));
     expectBalance(item, confirmed);
+    EXPECT_DOUBLE_EQ(amount(u"select QuantityBack from Kolv_Mag_BarCode_Sur_Production where GiveOutDocNum = "
+                            "%1 and GiveOutLineNum = 1"_s.arg(document)),
+                     confirmed);
     EXPECT_TRUE(history(package.BarCode).endsWith(u"ORL")) << qPrintable(history(package.BarCode));
     EXPECT_FALSE(service.ConfirmQuantityBarCodeComBackProcuction(returned, message, confirmed))
         << "a line comes back once";
