@@ -6,10 +6,6 @@
 #include "stock/clsMagSurImputProd.h"
 #include "stock/clsMagSurOutput.h"
 
-#include <QtTest/QTest>
-
-#include <thread>
-
 namespace regalon {
 namespace {
 
@@ -77,7 +73,7 @@ TYPED_TEST(DocumentServiceTest, ClearingNothingIsASuccess) {
     EXPECT_TRUE(this->service.ClearBarCodeOnTemp(7, 0, u"P"_s, u"I"_s));
 }
 
-TYPED_TEST(DocumentServiceTest, ReadsTheLineOfAProposal) {
+TYPED_TEST(DocumentServiceTest, AProposalThatIsNotThereLeavesTheLine) {
     EXPECT_TRUE(this->service.EcexProcedure(u"exec kolv_mag_Temp_Tables"_s));
     this->warehouse.server.clearTrace();
     EXPECT_FALSE(this->service.LoadParamFormLocationChange(2, 5, this->line));
@@ -161,16 +157,10 @@ TYPED_TEST(DocumentServiceTest, FailuresAreReportedUnderTheNamesThatSupportKnows
 }
 
 TYPED_TEST(DocumentServiceTest, AServerThatDiesInsideACallIsAFailureAndNoRefusal) {
-    this->answer(ToBuffer, 0, u"declare @i int = 0; while @i >= 0 set @i = (@i + 1) % 1000;"_s);
     qint16 returned = 99;
     bool booked = true;
-    std::thread caller(
-        [&] { booked = this->service.AddSurOnMag(7, u"P"_s, u"I"_s, returned, this->message); });
-    const bool inside =
-        QTest::qWaitFor([&] { return this->sent(ToBuffer).first() == u"@UserSign=7"; }, 30000);
-    this->warehouse.server.kill();
-    caller.join();
-    EXPECT_TRUE(inside);
+    this->expectDeathInside(
+        ToBuffer, [&] { booked = this->service.AddSurOnMag(7, u"P"_s, u"I"_s, returned, this->message); });
     EXPECT_FALSE(booked);
     EXPECT_EQ(returned, 99);
     EXPECT_EQ(this->message, u"before"_s);

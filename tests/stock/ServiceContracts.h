@@ -100,6 +100,6 @@ inline const Contract ConfirmReturned{
     {u"@GiveOutDocNum int"_s, u"@GiveOutLineNum smallint"_s, u"@BarCode nvarchar(50)"_s,
      u"@ItemCode nvarchar(20)"_s, u"@Quantity decimal(19,6)"_s, u"@Aplication nvarchar(10)"_s,
      u"@Operation nvarchar(10)"_s},
-    {u"@ErrDesc nvarchar(250)"_s, u"@QuantityConfirmed decimal(19,6)"_s}};
+    {u"@ErrDesc nvarchar(250)"_s, u"@ConfirmedQuantity decimal(19,6)"_s}};
 
 }  // namespace regalon::test::contracts

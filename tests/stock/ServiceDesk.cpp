@@ -1,6 +1,9 @@
 #include "stock/ServiceDesk.h"
 
+#include <QtTest/QTest>
+
 #include <algorithm>
+#include <thread>
 
 namespace regalon::test {
 
@@ -32,6 +35,17 @@ void ServiceDesk::answer(const Contract& contract, int returnValue, const QStrin
 void ServiceDesk::refuse(const Contract& contract, int returnValue, const QString& reason) {
     const QString last = contract.outputs.last().section(u' ', 0, 0);
     answer(contract, returnValue, u"set %1 = N'%2';"_s.arg(last, reason));
+}
+
+void ServiceDesk::expectDeathInside(const Contract& contract, const std::function<void()>& call) {
+    answer(contract, 0, u"declare @i int = 0; while @i >= 0 set @i = (@i + 1) % 1000;"_s);
+    warehouse.server.clearTrace();
+    std::thread caller(call);
+    const QString first = contract.inputs.first().section(u' ', 0, 0) + u'=';
+    const bool inside = QTest::qWaitFor([&] { return sent(contract).first().startsWith(first); }, 30000);
+    warehouse.server.kill();
+    caller.join();
+    EXPECT_TRUE(inside);
 }
 
 QStringList ServiceDesk::sent(const Contract& contract) const {

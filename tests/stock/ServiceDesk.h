@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+
 namespace regalon::test {
 
 /// What a procedure of the document services takes, as "@Name type", in the order in which the calls set it,
@@ -34,6 +36,8 @@ protected:
     void answer(const Contract& contract, int returnValue, const QString& body = QString());
     /// The same with a reason in the last output.
     void refuse(const Contract& contract, int returnValue, const QString& reason);
+    /// Makes a call whose procedure never ends, and kills the server while it runs.
+    void expectDeathInside(const Contract& contract, const std::function<void()>& call);
     /// What the only call of the procedure carried, as "@Name=value", in the order of the contract.
     QStringList sent(const Contract& contract) const;
 

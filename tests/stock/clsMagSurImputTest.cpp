@@ -107,7 +107,7 @@ TEST_F(ClsMagSurImputProd, StagesAPackageAsAGoodsInDoes) {
 }
 
 TEST_F(ClsMagSurImputProd, AsksHowMuchOfAPackageMayComeBack) {
-    answer(ConfirmReturned, 0, u"set @ErrDesc = N'Dobrze'; set @QuantityConfirmed = 0.12;"_s);
+    answer(ConfirmReturned, 0, u"set @ErrDesc = N'Dobrze'; set @ConfirmedQuantity = 0.12;"_s);
     EXPECT_TRUE(service.ConfirmQuantityBarCodeComBackProcuction(returned, message, confirmed));
     EXPECT_EQ(message, u"Dobrze"_s);
     EXPECT_EQ(confirmed, 0.12);
@@ -118,7 +118,7 @@ TEST_F(ClsMagSurImputProd, AsksHowMuchOfAPackageMayComeBack) {
 }
 
 TEST_F(ClsMagSurImputProd, ARefusedReturnTellsWhyAndWhatTheProcedureLeftAsQuantity) {
-    answer(ConfirmReturned, 2, u"set @ErrDesc = N'Za dużo'; set @QuantityConfirmed = 7.5;"_s);
+    answer(ConfirmReturned, 2, u"set @ErrDesc = N'Za dużo'; set @ConfirmedQuantity = 7.5;"_s);
     EXPECT_FALSE(service.ConfirmQuantityBarCodeComBackProcuction(returned, message, confirmed));
     EXPECT_EQ(message, u"Za dużo"_s);
     EXPECT_EQ(confirmed, 7.5);

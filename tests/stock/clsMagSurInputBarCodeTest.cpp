@@ -204,5 +204,13 @@ TEST_F(ClsMagSurInputBarCode, FailuresAnswerWhatEachOperationHeldAndItsReportNam
     expectedMessages = 11;
 }
 
+TEST_F(ClsMagSurInputBarCode, AServerThatDiesInsideASaveLeavesItTrue) {
+    bool saved = false;
+    expectDeathInside(SaveCode, [&] { saved = save(); });
+    EXPECT_TRUE(saved) << "a failure is no refusal";
+    EXPECT_EQ(titles(), reports(u"clsMagSurInputBarCode"_s, {u"SaveBarCode"_s}));
+    expectedMessages = 1;
+}
+
 }  // namespace
 }  // namespace regalon

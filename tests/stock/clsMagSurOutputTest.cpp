@@ -74,6 +74,15 @@ TEST_F(ClsMagSurOutput, TheProposalsOfGoodsOutSendTheUserAlone) {
     EXPECT_EQ(sent(ConfirmOfUser), QStringList(u"@UserSign=7"_s));
 }
 
+TEST_F(ClsMagSurOutput, RefusedProposalsTellWhyAndANegativeReturnWarns) {
+    refuse(ConfirmOfUser, 1, u"Nie"_s);
+    EXPECT_FALSE(service.ConfirmPropozytionLocation(7, message));
+    EXPECT_EQ(message, u"Nie"_s);
+    refuse(ConfirmOfUser, -1, u"Uwaga"_s);
+    EXPECT_TRUE(service.ConfirmPropozytionLocation(7, message));
+    EXPECT_EQ(message, u"Uwaga"_s);
+}
+
 TEST_F(ClsMagSurOutput, TheRealProposalsAreContentWithTheUserAlone) {
     EXPECT_TRUE(service.ConfirmPropozytionLocation(7, message)) << qPrintable(message);
     EXPECT_EQ(warehouse.calls(Confirm.procedure).first().mid(0, 3).join(u' '), u"7 NULL NULL"_s);
@@ -124,6 +133,18 @@ TEST_F(ClsMagSurOutput, AsksWhetherAMaterialCanBeGivenOut) {
     EXPECT_FALSE(service.TestItemSurOnMag(u"M-1"_s, u"P"_s, message));
     EXPECT_EQ(message, u"Brak"_s);
     EXPECT_EQ(sent(ConfirmItem), QStringList({u"@ItemCode=M-1"_s, u"@Aplication=P"_s}));
+}
+
+TEST_F(ClsMagSurOutput, ANegativeReturnForAMaterialOrATickWarnsAndIsASuccess) {
+    refuse(ConfirmItem, -1, u"Mało"_s);
+    EXPECT_TRUE(service.TestItemSurOnMag(u"M-1"_s, u"P"_s, message));
+    EXPECT_EQ(message, u"Mało"_s);
+    refuse(TickOrder, -1, u"Stare"_s);
+    EXPECT_TRUE(service.AddPurchaseOrderTmpGiveOut(7, 5, 70000, u"A"_s, u"P"_s, message));
+    EXPECT_EQ(message, u"Stare"_s);
+    refuse(TickItem, -1, u"Już"_s);
+    EXPECT_TRUE(service.AddItemCodeTmpGiveOut(7, 5, u"M-1"_s, u"D"_s, u"P"_s, message));
+    EXPECT_EQ(message, u"Już"_s);
 }
 
 TEST_F(ClsMagSurOutput, TicksAPurchaseOrder) {
@@ -193,6 +214,16 @@ TEST_F(ClsMagSurOutput, ReadsThePrintedListInTheOrderOfItsLines) {
                           "GiveOutDocNum,GiveOutLineNum"_s));
 }
 
+TEST_F(ClsMagSurOutput, ALineWithoutANumberIsPrintedAsZero) {
+    run(u"alter table Kolv_Mag_BarCode_Sur_Production drop constraint PK_Kolv_Mag_BarCode_Sur_Production"_s);
+    run(u"alter table Kolv_Mag_BarCode_Sur_Production alter column GiveOutLineNum smallint null"_s);
+    run(u"insert into Kolv_Mag_BarCode_Sur_Production (GiveOutDocNum,GiveOutLineNum,GiveOutBarCode) values "
+        "(9,NULL,N'5901')"_s);
+    EXPECT_TRUE(service.GetDataGivOutListPrint(9, first, second));
+    EXPECT_EQ(first, QStringList(u"0"_s));
+    EXPECT_EQ(second, QStringList(u"5901"_s));
+}
+
 TEST_F(ClsMagSurOutput, AListWithoutRowsLeavesTheArraysAndIsTrue) {
     second = QStringList({u"a"_s, u"b"_s});
     EXPECT_TRUE(service.GetDataGivOutListPrint(9, first, second));
@@ -209,6 +240,25 @@ TEST_F(ClsMagSurOutput, AnArrayWithAFilledElementZeroKeepsItAndGrowsBehindIt) {
     first = QStringList({QString(), u"b"_s});
     EXPECT_TRUE(service.GetDocEntryCheckedPurchaseOrders(7, first));
     EXPECT_EQ(first, QStringList({QString(), u"12"_s})) << "the last element, while the first is empty";
+
+    tickItem(u"M-1"_s);
+    first = QStringList(u"a"_s);
+    EXPECT_TRUE(service.GetDocItemCodeChecked(7, first));
+    EXPECT_EQ(first, QStringList({u"a"_s, u"M-1"_s}));
+}
+
+TEST_F(ClsMagSurOutput, ThePrintedListGrowsBehindAFilledElementZeroOfEitherArray) {
+    run(u"insert into Kolv_Mag_BarCode_Sur_Production (GiveOutDocNum,GiveOutLineNum,GiveOutBarCode) values "
+        "(9,1,N'5901'),(9,2,N'5902')"_s);
+    first = QStringList(u"a"_s);
+    EXPECT_TRUE(service.GetDataGivOutListPrint(9, first, second));
+    EXPECT_EQ(first, QStringList({u"a"_s, u"1"_s, u"2"_s}));
+    EXPECT_EQ(second, QStringList({u"5901"_s, u"5902"_s}));
+    first = QStringList(QString());
+    second = QStringList({u"b"_s, u"c"_s});
+    EXPECT_TRUE(service.GetDataGivOutListPrint(9, first, second));
+    EXPECT_EQ(first, QStringList({u"1"_s, u"2"_s}));
+    EXPECT_EQ(second, QStringList({u"b"_s, u"c"_s, u"5901"_s, u"5902"_s}));
 }
 
 TEST_F(ClsMagSurOutput, AnArrayWithoutElementsIsAFailureThatAnswersTrue) {
@@ -271,6 +321,16 @@ TEST_F(ClsMagSurOutput, FailuresAnswerWhatEachOperationHeldUnderItsName) {
                                  u"GetDocItemCodeChecked"_s, u"ClearPurchersOrderGiveOut"_s,
                                  u"ClearItemCodeGiveOut"_s}));
     expectedMessages = 14;
+}
+
+TEST_F(ClsMagSurOutput, AServerThatDiesInsideAGiveOutLeavesTheNumberMinusOne) {
+    bool given = true;
+    expectDeathInside(GiveOutStaged, [&] { given = giveOut(); });
+    EXPECT_FALSE(given);
+    EXPECT_EQ(number, -1);
+    EXPECT_EQ(message, u"before"_s);
+    EXPECT_EQ(titles(), reports(u"clsMagSurOutput"_s, {u"GiveOutSurOnMag"_s}));
+    expectedMessages = 1;
 }
 
 }  // namespace
