@@ -5,8 +5,6 @@
 #include "platform/Convert.h"
 #include "platform/RunTimeError.h"
 
-#include <QStringList>
-
 namespace regalon {
 
 namespace {
@@ -21,14 +19,15 @@ QStringList split(const QString& list) {
 QString Rights::GetRights(const QString& strFormName, qint16 intUserSign) {
     m_numbers.clear();
     try {
-        readWindow(strFormName);
-        return readUser(intUserSign);
+        const QStringList window = readWindow(strFormName);
+        return rightsOf(window, readUser(intUserSign));
     } catch (const std::exception&) {
         return {};
     }
 }
 
-void Rights::readWindow(const QString& strFormName) {
+/// The numbers stay texts: the user is asked for also where one of them is no number.
+QStringList Rights::readWindow(const QString& strFormName) {
     m_recordset.closeIfOpen();
     m_recordset.Open(
         QStringLiteral("select LpShow from kolv_RightsName where FormName  = ") + SqlText(strFormName),
@@ -41,13 +40,10 @@ void Rights::readWindow(const QString& strFormName) {
         throw RunTimeError(RunTime::InvalidProcedureCall);
     }
     joined.chop(1);
-    for (const QString& number : split(joined)) {
-        m_numbers.append(ToInt16(number));
-    }
+    return split(joined);
 }
 
-/// A user's value is taken as it stands: one of two characters takes two positions.
-QString Rights::readUser(qint16 intUserSign) {
+Rights::User Rights::readUser(qint16 intUserSign) {
     m_recordset.closeIfOpen();
     m_recordset.Open(QStringLiteral("select RightsNumber,RightsUser  from kolv_user where UserID = ") +
                          SqlNumber(int{intUserSign}),
@@ -55,18 +51,24 @@ QString Rights::readUser(qint16 intUserSign) {
     if (m_recordset.Eof()) {
         return {};
     }
-    const QStringList numbers = split(ToText(NullToValue(m_recordset.Value("RightsNumber"))));
-    const QStringList values = split(ToText(NullToValue(m_recordset.Value("RightsUser"))));
+    return {split(ToText(NullToValue(m_recordset.Value("RightsNumber")))),
+            split(ToText(NullToValue(m_recordset.Value("RightsUser"))))};
+}
+
+/// A user's value is taken as it stands: one of two characters takes two positions.
+QString Rights::rightsOf(const QStringList& window, const User& user) {
     QString rights;
-    for (const qint16 right : m_numbers) {
-        for (qsizetype j = 0; j < numbers.size(); ++j) {
-            if (ToInt16(numbers.at(j)) != right) {
+    for (const QString& number : window) {
+        const qint16 right = ToInt16(number);
+        m_numbers.append(right);
+        for (qsizetype j = 0; j < user.numbers.size(); ++j) {
+            if (ToInt16(user.numbers.at(j)) != right) {
                 continue;
             }
-            if (j >= values.size()) {
+            if (j >= user.values.size()) {
                 throw RunTimeError(RunTime::SubscriptOutOfRange);
             }
-            rights += values.at(j);
+            rights += user.values.at(j);
         }
     }
     return rights;

@@ -4,6 +4,7 @@
 
 #include <QList>
 #include <QString>
+#include <QStringList>
 #include <QtGlobal>
 
 namespace regalon {
@@ -27,8 +28,15 @@ public:
     qint32 positionOf(qint16 number) const;
 
 private:
-    void readWindow(const QString& strFormName);
-    QString readUser(qint16 intUserSign);
+    /// The two lists of a user; the values stand at the places of the numbers.
+    struct User {
+        QStringList numbers;
+        QStringList values;
+    };
+
+    QStringList readWindow(const QString& strFormName);
+    User readUser(qint16 intUserSign);
+    QString rightsOf(const QStringList& window, const User& user);
 
     AppContext& m_context;
     /// One for all reads, as in a data class.

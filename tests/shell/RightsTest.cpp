@@ -110,6 +110,14 @@ TEST_F(RightsOfUsers, AreNoneWithATextThatIsNoNumber) {
     run(QStringLiteral("insert into kolv_RightsName values (N'MagSur', N'jeden')"));
     EXPECT_EQ(stringOf(QStringLiteral("'1'"), QStringLiteral("'1'")), QString());
     EXPECT_EQ(messages.count(), 0);
+    // The user is asked for all the same.
+    warehouse.clearTrace();
+    EXPECT_EQ(rights.GetRights(magSur, 2), QString());
+    EXPECT_EQ(warehouse.trace(),
+              (QStringList{
+                  QStringLiteral("select LpShow from kolv_RightsName where FormName  = N'MagSur'"),
+                  QStringLiteral("select RightsNumber,RightsUser  from kolv_user where UserID = 2"),
+              }));
 }
 
 TEST_F(RightsOfUsers, AreNoneWhenTheListOfValuesIsTheShorterOne) {
