@@ -26,6 +26,10 @@ QString clsLanguage::GetMsgBoxTitle(const QString& strFormName, const QString& s
 }
 
 QString clsLanguage::read(const QString& strFormName, const QString& key, const QString& alternative) const {
+    // Nobody has chosen a language. A file ".ini" is that of none.
+    if (m_fileName.isEmpty()) {
+        return alternative;
+    }
     try {
         const QString text = PrivateProfile::string(file(), strFormName + QStringLiteral("MsgBox"), key,
                                                     QString(), bufferSize);

@@ -58,6 +58,12 @@ TEST_F(Language, ThatWasNotChosenLeavesTheLiteralPolishTexts) {
     EXPECT_EQ(language.GetMsgBoxTitle(window, u"Exit"_s, u"Info..."_s), u"Info..."_s);
 }
 
+TEST_F(Language, ThatWasNotChosenIsNotTheOneOfAFileWithoutAName) {
+    put(u".ini"_s, "[mdiKolvestraMsgBox]\r\nExitText=Leave?\r\nExitTitle=Title\r\n");
+    EXPECT_EQ(text({}), polish);
+    EXPECT_EQ(title({}), u"Info..."_s);
+}
+
 TEST_F(Language, ComesWithTheProgramInPolishEnglishAndGerman) {
     EXPECT_EQ(text(u"Polish"_s), polish);
     EXPECT_EQ(text(u"English"_s), u"Do you really want to exit the program?"_s);
