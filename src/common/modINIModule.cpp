@@ -57,12 +57,7 @@ QString modINIModule::fileOf(const QString& name) {
 qint32 modINIModule::ProfileExists(const QString& name) {
     m_opened.close();
     try {
-        const QString file = fileOf(name);
-        // Opening a pipe of this name would wait for its other end.
-        if (!Paths::fileExists(file)) {
-            throw RunTimeError(RunTime::FileNotFound);
-        }
-        Paths::open(m_opened, file, QIODevice::ReadOnly);
+        Paths::open(m_opened, fileOf(name), QIODevice::ReadOnly);
     } catch (const RunTimeError& error) {
         return error.number();
     }

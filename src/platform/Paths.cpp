@@ -8,6 +8,7 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
+#include <filesystem>
 #include <optional>
 
 namespace regalon::Paths {
@@ -89,7 +90,7 @@ QString driveFolder(QChar letter) {
 /// system's names for temporary files are the same for every user and every copy of the program, and in the
 /// machine's common folder one would meet the other's.
 QString temporaryFolder() {
-    static const QTemporaryDir folder(QDir::tempPath() + QStringLiteral("/regalon-XXXXXX"));
+    static const QTemporaryDir folder(machineTemporaryFolder() + QStringLiteral("/regalon-XXXXXX"));
     return folder.isValid() ? folder.path() : QString();
 }
 
@@ -118,6 +119,12 @@ QString onShare(const QString& path) {
 
 bool isAsciiLetter(QChar c) {
     return (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z');
+}
+
+/// Opening a pipe would wait for its other end, and with it the whole program.
+bool isPipe(const QString& file) {
+    std::error_code ignored;
+    return std::filesystem::is_fifo(QFile::encodeName(file).toStdString(), ignored);
 }
 
 /// Raises the failure that explains why a file cannot be opened or deleted.
@@ -151,7 +158,10 @@ QString driveC() {
 }
 
 QString machineTemporaryFolder() {
-    return QDir::tempPath();
+    // Without a text where the folder that TMPDIR names is not there; a file put together with that would lie
+    // in the current folder.
+    const QString folder = QDir::tempPath();
+    return folder.isEmpty() ? QStringLiteral("/tmp") : folder;
 }
 
 QString toFile(const QString& path) {
@@ -211,7 +221,7 @@ void open(QFile& file, const QString& path, QIODevice::OpenMode mode) {
     const QString name = toFile(path);
     file.setFileName(name);
     const bool reading = (mode & QIODevice::WriteOnly) == 0;
-    if (name.isEmpty() || QFileInfo(name).isDir() || !file.open(mode))
+    if (name.isEmpty() || QFileInfo(name).isDir() || isPipe(name) || !file.open(mode))
         raiseAccess(name, reading);
 }
 

@@ -28,8 +28,8 @@ void setMapping(const Mapping& mapping);
 /// Folder of drive C; it need not exist.
 QString driveC();
 
-/// The machine's temporary folder, as a path of this machine: TMPDIR, else /tmp. Other than what is put into
-/// C:\Windows\Temp, files there outlive the program.
+/// The machine's temporary folder, as a path of this machine: TMPDIR if such a folder is there, else /tmp;
+/// never empty. Other than what is put into C:\Windows\Temp, files there outlive the program.
 QString machineTemporaryFolder();
 
 /// The file of this machine that a path means:
@@ -61,7 +61,7 @@ bool folderExists(const QString& path);
 QString composePath(const QString& folder, const QString& name);
 
 /// Opens `file` on the path. Raises 53 (no such file, when reading), 76 (no such folder, drive or share), 75
-/// (a folder, no permission) or 52 (empty path).
+/// (a folder, a pipe, no permission) or 52 (empty path).
 void open(QFile& file, const QString& path, QIODevice::OpenMode mode);
 
 /// Deletes a file. Raises 53, 76 or 75.

@@ -11,6 +11,7 @@
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 namespace regalon {
 namespace {
@@ -108,6 +109,14 @@ TEST_F(DataSourceFile, IsNoneAndSaysNothingWhereItCannotBeWritten) {
     // A named instance puts a separator into the file's name.
     EXPECT_EQ(WriteDsnFile(u"SRV1\\SQL"_s, u"WMS"_s, u"sa"_s), QString());
     EXPECT_EQ(files(u"Regalon"_s), QStringList());
+    EXPECT_EQ(messages.count(), 0);
+}
+
+TEST_F(DataSourceFile, IsNoneInThePlaceOfAPipe) {
+    const QString pipe = inDrive(u"Regalon/RegalonSRV1WMS.dsn"_s);
+    ASSERT_EQ(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    EXPECT_EQ(write(), QString());
+    EXPECT_TRUE(QFileInfo::exists(pipe));
     EXPECT_EQ(messages.count(), 0);
 }
 

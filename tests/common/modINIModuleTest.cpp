@@ -10,6 +10,7 @@
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 namespace regalon {
 namespace {
@@ -159,6 +160,25 @@ TEST_F(Profile, HasNoFileOutsideOfTheTemporaryFolder) {
         EXPECT_EQ(files(), QStringList()) << qPrintable(name);
     }
     EXPECT_FALSE(QFileInfo::exists(path(u"../outside.ini"_s)));
+}
+
+TEST_F(Profile, LiesInTheMachinesOwnFolderWhereTheNamedOneIsNotThere) {
+    qputenv("TMPDIR", path(u"nowhere"_s).toUtf8());
+    EXPECT_EQ(modINIModule::fileOf(u"sa"_s), u"/tmp/sa.ini"_s);
+    // A name of the current folder.
+    qputenv("TMPDIR", "nowhere");
+    EXPECT_EQ(modINIModule::fileOf(u"sa"_s), u"/tmp/sa.ini"_s);
+}
+
+TEST_F(Profile, IsNoneAsAFolderOrAPipe) {
+    ASSERT_TRUE(QDir().mkdir(path(u"sa.ini"_s)));
+    EXPECT_EQ(profile.LoadUserProfile(u"sa"_s), RunTime::PathFileAccess);
+    ASSERT_TRUE(QDir().rmdir(path(u"sa.ini"_s)));
+    ASSERT_EQ(mkfifo(QFile::encodeName(path(u"sa.ini"_s)).constData(), 0600), 0);
+    EXPECT_EQ(profile.LoadUserProfile(u"sa"_s), RunTime::PathFileAccess);
+    profile.SaveUserProfile(u"sa"_s);
+    EXPECT_FALSE(QFileInfo(path(u"sa.ini"_s)).isFile());
+    EXPECT_EQ(messages.count(), 0);
 }
 
 TEST_F(Profile, LeavesTheFileThatWasLookedForOpen) {

@@ -5,6 +5,7 @@
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 using namespace regalon;
 using regalon::test::failureOf;
@@ -72,7 +73,7 @@ TEST_F(PathsTest, DotsNeverClimbAboveTheDrive) {
 
 TEST_F(PathsTest, TemporaryFilesLieInAFolderOfThisProcessAlone) {
     const QString folder = file("C:\\Windows\\Temp");
-    EXPECT_TRUE(folder.startsWith(QDir::tempPath() + u'/'));
+    EXPECT_TRUE(folder.startsWith(Paths::machineTemporaryFolder() + u'/'));
     EXPECT_TRUE(QFileInfo(folder).isDir());
     constexpr QFileDevice::Permissions others =
         QFileDevice::ReadGroup | QFileDevice::WriteGroup | QFileDevice::ReadOther | QFileDevice::WriteOther;
@@ -81,6 +82,20 @@ TEST_F(PathsTest, TemporaryFilesLieInAFolderOfThisProcessAlone) {
     EXPECT_EQ(file("C:\\Windows\\Temporary\\x"), at("c/Windows/Temporary/x"));
     EXPECT_EQ(file("C:\\Windows\\Temp\\..\\x"), at("c/Windows/x"));
     EXPECT_EQ(file("D:\\Windows\\Temp\\x"), at("d/Windows/Temp/x"));
+}
+
+TEST_F(PathsTest, TheMachinesTemporaryFolderIsTheOneNamedOrElseTheCommonOne) {
+    const QByteArray before = qgetenv("TMPDIR");
+    const auto named = [](const QString& folder) {
+        qputenv("TMPDIR", folder.toUtf8());
+        return Paths::machineTemporaryFolder();
+    };
+    EXPECT_EQ(named(at("c/Regalon")), at("c/Regalon"));
+    EXPECT_EQ(named(at("nowhere")), QStringLiteral("/tmp"));
+    EXPECT_EQ(named(QStringLiteral("nowhere")), QStringLiteral("/tmp"));
+    qunsetenv("TMPDIR");
+    EXPECT_EQ(Paths::machineTemporaryFolder(), QStringLiteral("/tmp"));
+    qputenv("TMPDIR", before);
 }
 
 TEST_F(PathsTest, UnmappedDrivesAndSharesLeadNowhere) {
@@ -150,6 +165,17 @@ TEST_F(PathsTest, OpeningFailsWithTheNumberOfItsReason) {
     EXPECT_EQ(opening("C:\\Regalon", QIODevice::ReadOnly), RunTime::PathFileAccess);
     EXPECT_EQ(opening("C:\\Regalon", QIODevice::WriteOnly), RunTime::PathFileAccess);
     EXPECT_EQ(opening("", QIODevice::ReadOnly), RunTime::BadFileName);
+}
+
+TEST_F(PathsTest, OpeningAPipeFailsAtOnceAndDoesNotWaitForItsOtherEnd) {
+    ASSERT_EQ(mkfifo(at("c/Regalon/rura").toUtf8().constData(), 0600), 0);
+    for (const QIODevice::OpenModeFlag mode : {QIODevice::ReadOnly, QIODevice::WriteOnly}) {
+        EXPECT_EQ(failureOf([mode] {
+                      QFile file;
+                      Paths::open(file, QStringLiteral("C:\\Regalon\\rura"), mode);
+                  }),
+                  RunTime::PathFileAccess);
+    }
 }
 
 TEST_F(PathsTest, DeletingFailsWithTheNumberOfItsReason) {

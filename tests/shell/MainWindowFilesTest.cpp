@@ -3,6 +3,7 @@
 #include "platform/UserSettings.h"
 #include "shell/MainWindowFixture.h"
 
+#include <QCoreApplication>
 #include <QDir>
 
 namespace regalon::test {
@@ -37,6 +38,10 @@ protected:
     static QByteArray content(const QString& name) {
         QFile file(name);
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(none)");
+    }
+    static QStringList currentFolder() {
+        return QDir::current().entryList(QDir::AllEntries | QDir::Hidden | QDir::System |
+                                         QDir::NoDotAndDotDot);
     }
     QStringList dsnFiles() const {
         return QDir(inRegalon({})).entryList({QStringLiteral("*.dsn")}, QDir::Files);
@@ -92,7 +97,10 @@ TEST_F(FilesOfTheMainWindow, AreAProfileLoadedUnderTheLoginAndSavedUnderTheUser)
 }
 
 TEST_F(FilesOfTheMainWindow, MayBeKeptOutOfTheTemporaryFolderWithoutHarm) {
-    qputenv("TMPDIR", temporary(QStringLiteral("nowhere")).toUtf8());
+    // A file stands in the place of the folder.
+    put(temporary(QStringLiteral("file")), "");
+    qputenv("TMPDIR", temporary(QStringLiteral("file")).toUtf8());
+    const QStringList before = currentFolder();
     start({});
     EXPECT_EQ(messages.count(), 0);
     chooseItem(QStringLiteral("mnuWersje"), QStringLiteral("mnuAngielski"));
@@ -101,6 +109,22 @@ TEST_F(FilesOfTheMainWindow, MayBeKeptOutOfTheTemporaryFolderWithoutHarm) {
     EXPECT_EQ(dsnFiles(), QStringList());
     EXPECT_EQ(GetSetting(QStringLiteral("Kolvestra"), QStringLiteral("Login"), QStringLiteral("strLang")),
               QStringLiteral("UK"));
+    EXPECT_EQ(currentFolder(), before);
+}
+
+TEST_F(FilesOfTheMainWindow, LieInTheCommonFolderWhereTheTemporaryOneIsNotThere) {
+    // A name that no profile has on the machine of the test.
+    const QString user = QStringLiteral("regalon-test-%1").arg(QCoreApplication::applicationPid());
+    const QString saved = QStringLiteral("/tmp/%1.ini").arg(user);
+    ASSERT_TRUE(warehouse.run(QStringLiteral("update OUSR set User_Code = N'%1'").arg(user)))
+        << qPrintable(warehouse.why());
+    qputenv("TMPDIR", temporary(QStringLiteral("nowhere")).toUtf8());
+    const QStringList before = currentFolder();
+    start({});
+    ASSERT_EQ(context.UserName, user);
+    close();
+    EXPECT_TRUE(QFile::remove(saved));
+    EXPECT_EQ(currentFolder(), before);
 }
 
 TEST_F(FilesOfTheMainWindow, LetItAskInTheLanguageThatWasChosen) {
