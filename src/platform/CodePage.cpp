@@ -6,6 +6,7 @@
 
 #include <iconv.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <memory>
@@ -120,6 +121,13 @@ QString name() {
 
 bool isKnown(const QString& name) {
     return readTable(name).has_value();
+}
+
+bool holds(const QString& name, const QString& text) {
+    const std::optional<Table> table = readTable(name);
+    return table && std::all_of(text.begin(), text.end(), [&table](QChar character) {
+               return character == u'?' || table->codeOf(character) != QuestionMark;
+           });
 }
 
 QByteArray fromText(const QString& text) {

@@ -17,6 +17,8 @@ bool set(const QString& name);
 QString name();
 /// True if set() would take the name.
 bool isKnown(const QString& name);
+/// True if every character of the text has a code in the code page of this name.
+bool holds(const QString& name, const QString& text);
 
 /// Characters without a code become "?".
 QByteArray fromText(const QString& text);

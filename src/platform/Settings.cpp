@@ -18,6 +18,10 @@ namespace {
 /// A settings file is a page of text; more than this is not one.
 constexpr qint64 MaxFileBytes = 1 << 20;
 
+/// What a reader of the registry's value takes, in bytes of the code page; it is given nothing of a longer
+/// one.
+constexpr qsizetype MaxDsnFolder = 255;
+
 struct Entry {
     QString section;
     QString key;
@@ -43,6 +47,13 @@ QString nameOf(Settings::ServerPort rule) {
     return rule == Settings::ServerPort::Split ? QStringLiteral("split") : QStringLiteral("keep");
 }
 
+/// A drive's letter, a share, drive C alone, or a path of this machine; all else would be sought in the
+/// current folder, which is another at each start.
+bool isAbsolute(const QString& path) {
+    return path.startsWith(u'/') || path.startsWith(u'\\') ||
+           (path.size() >= 2 && path[1] == u':' && path[0].isLetter() && path[0].unicode() < 128);
+}
+
 class Reader {
 public:
     explicit Reader(Settings& settings) : m_settings(settings) {}
@@ -65,6 +76,7 @@ public:
                     QStringLiteral("wiersz %1: niezrozumiały wpis \"%2\", pominięty.").arg(number).arg(line));
         }
         settleDriverDefaults();
+        settleDsnFolder();
         tellBadValues();
     }
 
@@ -81,7 +93,7 @@ private:
         else if (entry.in(QLatin1String("Shares")))
             takeShare(entry);
         else if (entry.is(QLatin1String("Files"), QLatin1String("DsnFolder")))
-            m_settings.DsnFolder = entry.value;
+            m_dsnFolders.append(entry);
         else if (entry.in(QLatin1String("Labels")))
             takeLabels(entry);
         else
@@ -223,6 +235,19 @@ private:
             m_settings.OdbcServerPort = Settings::ServerPort::Keep;
     }
 
+    /// Whether its letters have codes is known once the code page is.
+    void settleDsnFolder() {
+        for (const Entry& entry : std::as_const(m_dsnFolders)) {
+            const QString& folder = entry.value;
+            const bool usable = isAbsolute(folder) && folder.size() <= MaxDsnFolder &&
+                                CodePage::holds(m_settings.CodePageName, folder);
+            if (usable || folder.isEmpty())
+                m_settings.DsnFolder = folder;
+            else
+                bad(entry, [this] { return m_settings.DsnFolder; });
+        }
+    }
+
     /// What is in use instead is known once the whole file is read: other lines may set the key, and the
     /// driver decides about defaults. Until then an empty text keeps the place among the problems.
     void bad(const Entry& entry, std::function<QString()> inUse) {
@@ -252,6 +277,7 @@ private:
 
     Settings& m_settings;
     QList<BadValue> m_bad;
+    QList<Entry> m_dsnFolders;
     bool m_keywordsGiven = false;
     bool m_serverPortGiven = false;
 };

@@ -44,6 +44,17 @@ TEST(CodePage, AnotherCodePageCanBeSet) {
     EXPECT_EQ(CodePage::codeOf(u'ł'), 0xB3);
 }
 
+TEST(CodePage, TellsWhetherItHoldsATextWithoutBeingInUse) {
+    const QString polish = QStringLiteral("windows-1250");
+    const QString russian = QStringLiteral("windows-1251");
+    EXPECT_TRUE(CodePage::holds(polish, QStringLiteral("Żółw?")));
+    EXPECT_FALSE(CodePage::holds(russian, QStringLiteral("Żółw?")));
+    EXPECT_TRUE(CodePage::holds(russian, QStringLiteral("Дсн")));
+    EXPECT_FALSE(CodePage::holds(polish, QStringLiteral("a😀")));
+    EXPECT_FALSE(CodePage::holds(QStringLiteral("no code page"), QString()));
+    EXPECT_EQ(CodePage::name(), polish);
+}
+
 TEST(CodePage, NamesThatAreNoEightBitCodePageAreRefused) {
     for (const char* name : {"", "no-such-page", "UTF-8", "UTF-16", "UTF-32", "SHIFT_JIS"}) {
         EXPECT_FALSE(CodePage::isKnown(QString::fromUtf8(name))) << name;

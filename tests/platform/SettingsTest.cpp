@@ -152,6 +152,34 @@ TEST(Settings, AMessageNamesTheValueThatAnotherLineLeavesInUse) {
             << settings.Problems[i].toStdString();
 }
 
+TEST(Settings, AFolderOfDataSourceFilesThatCannotBeUsedIsReported) {
+    const auto folderOf = [](const QString& value, const QByteArray& more = {}) {
+        return loaded("[Files]\nDsnFolder=" + value.toUtf8() + "\n" + more);
+    };
+    const QString longest = QStringLiteral("C:\\") + QString(252, u'ż');
+    for (const QString& good :
+         {QStringLiteral("C:\\Dsn"), QStringLiteral("d:/Dsn"), QStringLiteral("\\\\srv\\dane"),
+          QStringLiteral("\\Dsn"), QStringLiteral("/srv/dsn?"), QString(), longest}) {
+        const Settings settings = folderOf(good);
+        EXPECT_TRUE(settings.Problems.isEmpty()) << settings.Problems.join(u'\n').toStdString();
+        EXPECT_EQ(settings.DsnFolder, good);
+    }
+    const QString problem = QStringLiteral("[Files] DsnFolder: niepoprawna wartość \"%1\", wpis pominięty.");
+    for (const QString& bad : {QString(longest + u'x'), QStringLiteral("Dsn"), QStringLiteral("..\\Dsn"),
+                               QStringLiteral("ż:\\Dsn"), QStringLiteral("C:\\Дсн")}) {
+        const Settings settings = folderOf(bad);
+        EXPECT_EQ(settings.Problems, QStringList(problem.arg(bad)));
+        EXPECT_EQ(settings.DsnFolder, QString());
+    }
+    // The code page may stand behind it.
+    EXPECT_EQ(folderOf(QStringLiteral("C:\\Дсн"), "[Text]\nCodePage=windows-1251\n").DsnFolder,
+              QStringLiteral("C:\\Дсн"));
+    EXPECT_EQ(folderOf(QStringLiteral("C:\\Żółw"), "[Text]\nCodePage=windows-1251\n").Problems.size(), 1);
+    EXPECT_TRUE(folderOf(QStringLiteral("Dsn"), "DsnFolder=C:\\Dsn\n")
+                    .Problems.value(0)
+                    .endsWith(QStringLiteral(", w użyciu jest \"C:\\Dsn\".")));
+}
+
 TEST(Settings, GarbageIsReportedAndHarmless) {
     QByteArray garbage;
     for (int i = 0; i < 4000; ++i)
