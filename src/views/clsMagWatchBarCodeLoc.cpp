@@ -15,10 +15,6 @@ const QString kNoMaterial = QStringLiteral("BRAK");
 clsMagWatchBarCodeLoc::clsMagWatchBarCodeLoc(AppContext& context)
     : MapDataClass(context, QStringLiteral("clsMagWatchBarCodeLoc"), MaterialPlaces::LocationsAndGroups) {}
 
-double clsMagWatchBarCodeLoc::decimal(QAnyStringView column) const {
-    return ToDouble(NullToValue(Recordset.Value(column), 0));
-}
-
 qint32 clsMagWatchBarCodeLoc::wholeNumber(QAnyStringView column) const {
     return ToInt32(NullToValue(Recordset.Value(column), 0));
 }
@@ -40,11 +36,11 @@ bool clsMagWatchBarCodeLoc::GetParamLocalizationProcedure(const LocationAddress&
                    .ItemName = text("ItemName"),
                    .GroupCode = number("GroupCode"),
                    .GroupName = text("GroupName"),
-                   .Quantity = decimal("Quantity"),
-                   .QuantityPer = decimal("QuantityPer"),
+                   .Quantity = fraction("Quantity"),
+                   .QuantityPer = fraction("QuantityPer"),
                    .CodeActive = wholeNumber("CodeActive"),
                    .CodeGlobal = wholeNumber("CodeGlobal"),
-                   .QuantityPerCalculate = decimal("QuantityPerCalculate")};
+                   .QuantityPerCalculate = fraction("QuantityPerCalculate")};
         answered = !isError();
     });
     if (!done) {

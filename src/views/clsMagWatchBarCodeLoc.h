@@ -42,7 +42,6 @@ public:
     BarCodeAnswer GetParamBarCodeProcedure(const QString& code, BarCodePlace& place);
 
 private:
-    double decimal(QAnyStringView column) const;
     qint32 wholeNumber(QAnyStringView column) const;
     bool isError() const;
 };

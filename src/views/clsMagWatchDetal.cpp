@@ -2,7 +2,6 @@
 
 #include "common/modSQL.h"
 #include "map/LocationSql.h"
-#include "platform/Convert.h"
 
 namespace regalon {
 
@@ -11,10 +10,6 @@ namespace regalon {
 
 clsMagWatchDetal::clsMagWatchDetal(AppContext& context)
     : DataClass(context, QStringLiteral("clsMagWatchDetal")) {}
-
-double clsMagWatchDetal::decimal(QAnyStringView column) const {
-    return ToDouble(NullToValue(Recordset.Value(column), 0));
-}
 
 /// Opens the text and hands the first row's values, as `read` makes them, to the output.
 template <typename Output, typename Read>
@@ -37,9 +32,9 @@ bool clsMagWatchDetal::GetParamLocalization(const LocationAddress& address, Loca
                    QStringLiteral(" exec Kolv_mag_Param_Location ") + locationArguments(address), figures,
                    [this] {
                        return LocationFigures{.LocationPercent = number("LocationPercent"),
-                                              .QuantityLocation = decimal("QuantityLocation"),
-                                              .QuantityBufor = decimal("QuantityBufor"),
-                                              .QuantityPer = decimal("QuantityPer")};
+                                              .QuantityLocation = fraction("QuantityLocation"),
+                                              .QuantityBufor = fraction("QuantityBufor"),
+                                              .QuantityPer = fraction("QuantityPer")};
                    });
 }
 

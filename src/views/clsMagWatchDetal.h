@@ -47,7 +47,6 @@ public:
 private:
     template <typename Output, typename Read>
     bool readRow(QAnyStringView routine, const QString& sql, Output& output, Read read);
-    double decimal(QAnyStringView column) const;
 };
 
 }  // namespace regalon
